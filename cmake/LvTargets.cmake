@@ -1,0 +1,87 @@
+# How every target of this tree is built: language level, warnings, reproducible arithmetic, sanitizers.
+
+include(GenerateExportHeader)
+
+add_library(lv_build_options INTERFACE)
+target_compile_features(lv_build_options INTERFACE cxx_std_20)
+target_compile_options(
+  lv_build_options
+  INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+            # Results must be the same to the bit on every machine: no silent fusing of multiply and add.
+            -ffp-contract=off $<$<BOOL:${LV_WARNINGS_AS_ERRORS}>:-Werror>)
+target_compile_definitions(lv_build_options INTERFACE QT_NO_KEYWORDS QT_NO_FOREACH QT_DEPRECATED_WARNINGS)
+if(LV_SANITIZE)
+  target_compile_options(lv_build_options INTERFACE -fsanitize=${LV_SANITIZE} -fno-omit-frame-pointer)
+  string(REPLACE "fuzzer-no-link," "" lv_link_sanitize "${LV_SANITIZE}")
+  target_link_options(lv_build_options INTERFACE -fsanitize=${lv_link_sanitize})
+  if(LV_SANITIZE MATCHES "undefined")
+    target_compile_options(lv_build_options INTERFACE -fno-sanitize-recover=undefined)
+    # The rule needs the type information of classes that the toolkit keeps hidden.
+    target_compile_options(lv_build_options INTERFACE -fno-sanitize=vptr)
+    target_link_options(lv_build_options INTERFACE -fno-sanitize=vptr)
+  endif()
+endif()
+
+# lv_add_library(<name> HEADERS <file>... [SOURCES <file>...] [LINK <public target>...] [LINK_PRIVATE <target>...])
+#
+# Makes the shared library Lv<name> with the alias Lv::<name>: generated export header, hidden visibility, public
+# headers as a file set (installed under include/Lv<name>), version and SOVERSION.
+function(lv_add_library name)
+  cmake_parse_arguments(arg "" "" "HEADERS;SOURCES;LINK;LINK_PRIVATE" ${ARGN})
+  set(target "Lv${name}")
+  string(TOLOWER "${target}" lower)
+  string(TOUPPER "${target}" upper)
+
+  foreach(list IN ITEMS HEADERS SOURCES)
+    foreach(file IN LISTS arg_${list})
+      if(NOT EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${file}")
+        list(REMOVE_ITEM arg_${list} "${file}")
+      endif()
+    endforeach()
+  endforeach()
+  add_library(${target} SHARED ${arg_SOURCES})
+  add_library(Lv::${name} ALIAS ${target})
+  generate_export_header(${target} BASE_NAME ${lower} EXPORT_MACRO_NAME ${upper}_EXPORT EXPORT_FILE_NAME
+                         "${CMAKE_CURRENT_BINARY_DIR}/${lower}_export.h")
+  set_target_properties(
+    ${target}
+    PROPERTIES EXPORT_NAME ${name}
+               VERSION ${PROJECT_VERSION}
+               SOVERSION ${PROJECT_VERSION_MAJOR}
+               CXX_VISIBILITY_PRESET hidden
+               VISIBILITY_INLINES_HIDDEN ON
+               VERIFY_INTERFACE_HEADER_SETS ON)
+  target_sources(
+    ${target} PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}" "${CMAKE_CURRENT_BINARY_DIR}" FILES
+                     ${arg_HEADERS} "${CMAKE_CURRENT_BINARY_DIR}/${lower}_export.h")
+  # Clients write <LvGeoPosition.h> or <LvGeoLocation/LvGeoPosition.h>.
+  target_include_directories(${target} INTERFACE $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>
+                                                 $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/${target}>)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_link_libraries(${target} PUBLIC ${arg_LINK} PRIVATE $<BUILD_INTERFACE:lv_build_options> ${arg_LINK_PRIVATE})
+
+  install(
+    TARGETS ${target}
+    EXPORT LvGeoLocationTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
+    FILE_SET HEADERS DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/${target})
+  set_property(GLOBAL APPEND PROPERTY LV_LIBRARIES ${target})
+endfunction()
+
+# lv_add_tests(LIBRARY <target> [LINK <target>...] TESTS <test>...)
+#
+# One Qt Test program per name, from <name>.cpp; headless, with a settings store and a home of its own.
+function(lv_add_tests)
+  cmake_parse_arguments(arg "" "LIBRARY" "TESTS;LINK" ${ARGN})
+  foreach(test IN LISTS arg_TESTS)
+    if(NOT EXISTS "${CMAKE_CURRENT_SOURCE_DIR}/${test}.cpp")
+      continue()
+    endif()
+    add_executable(${test} ${test}.cpp)
+    target_link_libraries(${test} PRIVATE ${arg_LIBRARY} ${arg_LINK} LvTestSupport lv_build_options)
+    add_test(NAME ${arg_LIBRARY}.${test} COMMAND ${test})
+    set_tests_properties(
+      ${arg_LIBRARY}.${test}
+      PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8" TIMEOUT 300)
+  endforeach()
+endfunction()
