@@ -48,6 +48,8 @@ function(lv_add_library name)
     PROPERTIES EXPORT_NAME ${name}
                VERSION ${PROJECT_VERSION}
                SOVERSION ${PROJECT_VERSION_MAJOR}
+               # The libraries find each other wherever they are installed.
+               INSTALL_RPATH "$ORIGIN"
                CXX_VISIBILITY_PRESET hidden
                VISIBILITY_INLINES_HIDDEN ON
                VERIFY_INTERFACE_HEADER_SETS ON)
