@@ -1,0 +1,4 @@
+#include "LvPreferencesItem.h"
+
+LvPreferencesItem::LvPreferencesItem() = default;
+LvPreferencesItem::~LvPreferencesItem() = default;
