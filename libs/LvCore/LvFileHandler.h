@@ -1,0 +1,38 @@
+#pragma once
+
+#include "lvcore_export.h"
+
+#include <QByteArray>
+#include <QStringList>
+
+#include <optional>
+
+class QFileInfo;
+
+/**
+ * Reading of whole files. Only regular files are opened (or symbolic links to one): a pipe, a device or a
+ * directory would block or never end. Without state, usable from any thread.
+ */
+class LVCORE_EXPORT LvFileHandler
+{
+public:
+    LvFileHandler() = delete;
+
+    /// Files beyond this size (1 GiB) are not read.
+    static constexpr qint64 maximumFileSize = qint64(1) << 30;
+
+    /// Whether the file is there, regular and readable now; what the QFileInfo knows from earlier does not
+    /// count.
+    [[nodiscard]] static bool isReadableRegularFile(const QFileInfo& file);
+
+    /// The content of the file, without a value when it cannot be read wholly.
+    [[nodiscard]] static std::optional<QByteArray> readBytes(const QFileInfo& file);
+
+    /// The lines of a text file without their ends (LF or CR LF). The encoding is that of the byte order mark
+    /// (UTF-8, UTF-16, UTF-32), otherwise UTF-8. A line end at the very end starts no further line. Empty
+    /// when the file cannot be read.
+    [[nodiscard]] static QStringList readTextFile(const QFileInfo& file);
+
+    /// The text of such bytes, decoded in the same way.
+    [[nodiscard]] static QString decodeText(const QByteArray& bytes);
+};

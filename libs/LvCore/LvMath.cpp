@@ -1,0 +1,8 @@
+#include "LvMath.h"
+
+#include <cmath>
+
+bool LvMath::epsilonEqual(double a, double b, double epsilon)
+{
+    return a == b || std::abs(a - b) <= epsilon;
+}

@@ -1,0 +1,37 @@
+#pragma once
+
+#include "lvcore_export.h"
+
+#include <QByteArray>
+#include <QDomDocument>
+#include <QDomElement>
+#include <QString>
+
+class QFileInfo;
+
+/**
+ * Reads XML documents that may come from anywhere.
+ *
+ * Names keep their prefix, and prefixes need not be declared. Documents that do not parse wholly give nothing
+ * at all, also where the part before the error could be read. External entities are not loaded, the expansion
+ * of internal ones is bounded, and so is the depth, because the tree frees its elements by recursion. Without
+ * state, usable from any thread.
+ */
+class LVCORE_EXPORT LvXMLLoader
+{
+public:
+    LvXMLLoader() = delete;
+
+    /// The deepest nesting of elements that is read; the document element has depth 1.
+    static constexpr int maximumDepth = 10000;
+
+    /// The document element of a file, a null element when the file is not regular, not readable or not XML.
+    [[nodiscard]] static QDomElement loadDocumentElement(const QFileInfo& file);
+
+    /// Reads a document from bytes in the encoding that they declare, by byte order mark or XML declaration.
+    /// On failure the document is empty, the result false, and the message says why and where.
+    static bool parse(const QByteArray& bytes, QDomDocument& document, QString* errorMessage = nullptr);
+
+    /// The same from a text, whatever encoding its XML declaration names.
+    static bool parse(const QString& text, QDomDocument& document, QString* errorMessage = nullptr);
+};
