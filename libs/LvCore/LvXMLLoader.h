@@ -25,6 +25,10 @@ public:
     /// The deepest nesting of elements that is read; the document element has depth 1.
     static constexpr int maximumDepth = 10000;
 
+    /// The number of characters by which entities may lengthen a document in all; a single entity is limited
+    /// to 4096 characters by the toolkit.
+    static constexpr qint64 maximumEntityExpansion = qint64(1) << 20;
+
     /// The document element of a file, a null element when the file is not regular, not readable or not XML.
     [[nodiscard]] static QDomElement loadDocumentElement(const QFileInfo& file);
 
