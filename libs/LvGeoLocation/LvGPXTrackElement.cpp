@@ -1,0 +1,43 @@
+#include "LvGPXTrackElement.h"
+
+namespace
+{
+
+// The point itself and seven digits: about a centimetre on the ground.
+constexpr qsizetype keptFromPoint = 8;
+
+} // namespace
+
+LvGPXTrackElement::LvGPXTrackElement() = default;
+LvGPXTrackElement::LvGPXTrackElement(const LvGPXTrackElement& other) = default;
+LvGPXTrackElement::LvGPXTrackElement(LvGPXTrackElement&& other) noexcept = default;
+LvGPXTrackElement& LvGPXTrackElement::operator=(const LvGPXTrackElement& other) = default;
+LvGPXTrackElement& LvGPXTrackElement::operator=(LvGPXTrackElement&& other) noexcept = default;
+LvGPXTrackElement::~LvGPXTrackElement() = default;
+
+bool LvGPXTrackElement::isSinglePoint() const
+{
+    return allPoints().size() == 1;
+}
+
+LvGeoPositionRect LvGPXTrackElement::boundingBox() const
+{
+    return allPoints().boundingBox();
+}
+
+LvRange<QDateTime> LvGPXTrackElement::timeFrame() const
+{
+    LvRange<QDateTime> frame{QDateTime(), QDateTime()};
+    const QList<QDateTime> timeStamps = allTimeStamps();
+    for (const QDateTime& timeStamp : timeStamps) {
+        frame.expandTo(timeStamp);
+    }
+    return frame;
+}
+
+double LvGPXTrackElement::safeDouble(const QString& text)
+{
+    // Without a point the index is -1, which leaves seven characters. Files depend on that, so it stays.
+    const qsizetype keptLength = text.indexOf(QLatin1Char('.')) + keptFromPoint;
+    return (text.size() > keptLength ? text.left(keptLength) : text).toDouble();
+}
