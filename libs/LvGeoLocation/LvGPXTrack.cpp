@@ -1,0 +1,390 @@
+#include "LvGPXTrack.h"
+
+#include "LvEnumToStringTable.h"
+#include "LvGPXTrackFileRegistry.h"
+#include "LvGPXTrackFileRegistryKey.h"
+#include "LvGPXTrackImpl.h"
+#include "LvGeoPosition.h"
+#include "LvGeoPositionList.h"
+#include "LvXMLBuilder.h"
+#include "LvXMLLoader.h"
+
+#include <QDomDocument>
+#include <QDomElement>
+#include <QFileInfo>
+#include <QPainterPath>
+
+#include <utility>
+
+namespace
+{
+
+bool isEmptyDirectory(const QDir& dir)
+{
+    return dir == QDir(QString());
+}
+
+/// The first position of a track that has points.
+LvGeoPosition firstPosition(const LvGPXTrack& track)
+{
+    const QList<LvGPXTrackSegment> segments = track.segments();
+    for (const LvGPXTrackSegment& segment : segments) {
+        if (segment.isValid()) {
+            return segment.firstPoint();
+        }
+    }
+    return {};
+}
+
+/// One walk over the children of a track element. Enclaves are only collected: their owner reads them later.
+class ElementReader
+{
+public:
+    explicit ElementReader(LvGPXTrackImpl* track)
+        : myTrack(track)
+    {
+    }
+
+    [[nodiscard]] const QString& includedFileName() const { return myIncludedFileName; }
+
+    [[nodiscard]] const QList<QDomElement>& enclaves() const { return myEnclaves; }
+
+    void read(const QDomElement& element, const QDir& dir)
+    {
+        for (QDomElement child = element.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            readChild(child, dir);
+        }
+        if (myTrack->shape().value() == LvGPXTrackShapeEnum::automatic) {
+            myTrack->setShape(LvGPXTrack::autoDetectShape(myTrack->segments()));
+        }
+    }
+
+private:
+    void readChild(const QDomElement& child, const QDir& dir)
+    {
+        const QString name = child.tagName();
+        if (name == QLatin1String("include")) {
+            readInclude(child.text(), dir);
+        } else if (name == QLatin1String("name")) {
+            myTrack->setName(child.text());
+        } else if (name == QLatin1String("desc")) {
+            myTrack->setDescription(child.text());
+        } else if (name == QLatin1String("shape")) {
+            myTrack->setShape(LvGPXTrackShape(child.text()));
+        } else if (name == QLatin1String("rtept") || name == QLatin1String("trkseg")) {
+            myTrack->addSegment(LvGPXTrackSegment(child));
+        } else if (name == QLatin1String("enclaves")) {
+            collectEnclaves(child);
+        }
+    }
+
+    void readInclude(const QString& fileName, const QDir& dir)
+    {
+        if (isEmptyDirectory(dir)) {
+            return;
+        }
+        const QDomElement root = LvXMLLoader::loadDocumentElement(QFileInfo(dir, fileName));
+        // The empty directory keeps the included file from including others.
+        read(root.firstChildElement(QStringLiteral("trk")), QDir(QString()));
+        myIncludedFileName = fileName;
+    }
+
+    void collectEnclaves(const QDomElement& element)
+    {
+        for (QDomElement child = element.firstChildElement(); !child.isNull();
+             child = child.nextSiblingElement()) {
+            myEnclaves.append(child);
+        }
+    }
+
+    LvGPXTrackImpl* myTrack;
+    QString myIncludedFileName;
+    QList<QDomElement> myEnclaves;
+};
+
+} // namespace
+
+LvGPXTrack::LvGPXTrack()
+    : myImpl(new LvGPXTrackImpl)
+{
+}
+
+LvGPXTrack::LvGPXTrack(const QString& name, const QString& description,
+                       const QList<LvGPXTrackSegment>& segments, const LvGPXTrackShape& shape)
+    : myImpl(new LvGPXTrackImpl(name, description, segments,
+                                shape.value() == LvGPXTrackShapeEnum::automatic ? autoDetectShape(segments)
+                                                                                : shape))
+{
+}
+
+LvGPXTrack::LvGPXTrack(const LvGPXTrackPoint& point)
+    : myImpl(new LvGPXTrackImpl(point.description(), QString(), {}, LvGPXTrackShapeEnum::point))
+{
+    if (point.position().isValid()) {
+        myImpl->addSegment(LvGPXTrackSegment(point));
+    }
+}
+
+LvGPXTrack::LvGPXTrack(const QDomElement& element, const QDir& dir)
+    : LvGPXTrack()
+{
+    fromXml(element, dir);
+}
+
+LvGPXTrack::LvGPXTrack(const LvGPXTrack& other) = default;
+LvGPXTrack::LvGPXTrack(LvGPXTrack&& other) noexcept = default;
+LvGPXTrack& LvGPXTrack::operator=(const LvGPXTrack& other) = default;
+LvGPXTrack& LvGPXTrack::operator=(LvGPXTrack&& other) noexcept = default;
+LvGPXTrack::~LvGPXTrack() = default;
+
+LvGPXTrack LvGPXTrack::decodeKml(const QString& name, const QString& description, const QString& coordinates,
+                                 const LvGPXTrackShape& shape)
+{
+    const LvGPXTrackSegment segment = LvGPXTrackSegment::decodeKml(coordinates.trimmed());
+    QList<LvGPXTrackSegment> segments;
+    if (segment.isValid()) {
+        segments.append(segment);
+    }
+    return {name, description, segments, shape};
+}
+
+LvGPXTrackShape LvGPXTrack::autoDetectShape(const QList<LvGPXTrackSegment>& segments)
+{
+    if (segments.isEmpty()) {
+        return LvGPXTrackShapeEnum::unknown;
+    }
+    if (segments.size() == 1 && segments.first().isSinglePoint()) {
+        return LvGPXTrackShapeEnum::point;
+    }
+    return segments.first().firstPoint() == segments.last().lastPoint() ? LvGPXTrackShapeEnum::polygon
+                                                                        : LvGPXTrackShapeEnum::linestring;
+}
+
+LvGeoPositionList LvGPXTrack::allPoints() const
+{
+    return myImpl->allPoints();
+}
+
+QList<LvGeoPositionList> LvGPXTrack::chunkedPoints() const
+{
+    return myImpl->chunkedPoints();
+}
+
+bool LvGPXTrack::isSinglePoint() const
+{
+    return myImpl->isSinglePoint();
+}
+
+LvGeoPosition LvGPXTrack::firstPoint() const
+{
+    return myImpl->firstPoint();
+}
+
+LvGeoPosition LvGPXTrack::lastPoint() const
+{
+    return myImpl->lastPoint();
+}
+
+QList<QDateTime> LvGPXTrack::allTimeStamps() const
+{
+    return myImpl->allTimeStamps();
+}
+
+bool LvGPXTrack::isValid() const
+{
+    return myImpl->isValid();
+}
+
+bool LvGPXTrack::hasShape(const LvGPXTrackShape& shape) const
+{
+    return myImpl->shape() == shape;
+}
+
+bool LvGPXTrack::isEnclave(const LvGPXTrack& other) const
+{
+    return hasShape(LvGPXTrackShapeEnum::polygon) && other.hasShape(LvGPXTrackShapeEnum::polygon)
+        && allPoints().toPainterPath().contains(other.allPoints().toPainterPath());
+}
+
+QString LvGPXTrack::name() const
+{
+    return myImpl->name();
+}
+
+QString LvGPXTrack::description() const
+{
+    return myImpl->description();
+}
+
+LvGPXTrackShape LvGPXTrack::shape() const
+{
+    return myImpl->shape();
+}
+
+LvGPXTrackShape LvGPXTrack::naturalShape() const
+{
+    return autoDetectShape(myImpl->segments());
+}
+
+QList<LvGPXTrackSegment> LvGPXTrack::segments() const
+{
+    return myImpl->segments();
+}
+
+QList<LvGPXTrack> LvGPXTrack::enclaves() const
+{
+    return myImpl->enclaves();
+}
+
+int LvGPXTrack::countPoints() const
+{
+    return myImpl->countPoints();
+}
+
+void LvGPXTrack::setName(const QString& name)
+{
+    if (this->name() != name) {
+        myImpl->setName(name);
+    }
+}
+
+void LvGPXTrack::setShape(const LvGPXTrackShape& shape)
+{
+    if (!hasShape(shape)) {
+        myImpl->setShape(shape);
+    }
+}
+
+void LvGPXTrack::setEnclaves(const QList<LvGPXTrack>& enclaves)
+{
+    myImpl->setEnclaves(enclaves);
+}
+
+void LvGPXTrack::addEnclave(const LvGPXTrack& enclave)
+{
+    // The copy makes the change detach when the enclave is this very track; otherwise its payload would come
+    // to contain itself.
+    const LvGPXTrack copy(enclave);
+    myImpl->addEnclave(copy);
+}
+
+bool LvGPXTrack::operator==(const LvGPXTrack& other) const
+{
+    return myImpl == other.myImpl || *myImpl == *other.myImpl;
+}
+
+bool LvGPXTrack::operator!=(const LvGPXTrack& other) const
+{
+    return !(*this == other);
+}
+
+bool LvGPXTrack::operator<(const LvGPXTrack& other) const
+{
+    const int count = countPoints();
+    if (count == 0 || count != other.countPoints()) {
+        return count < other.countPoints();
+    }
+    return firstPosition(*this) < firstPosition(other);
+}
+
+bool LvGPXTrack::operator>(const LvGPXTrack& other) const
+{
+    const int count = countPoints();
+    if (count == 0 || count != other.countPoints()) {
+        return count > other.countPoints();
+    }
+    return firstPosition(*this) > firstPosition(other);
+}
+
+void LvGPXTrack::fromXml(const QDomElement& element, const QDir& dir)
+{
+    struct Nested {
+        QDomElement element;
+        qsizetype owner; // index of the track around it, -1 for this one
+        LvGPXTrack track;
+        QList<LvGPXTrack> enclaves;
+    };
+
+    QList<Nested> tree;
+    const auto read = [&tree](ElementReader& reader, const QDomElement& trk, const QDir& directory,
+                              qsizetype index) {
+        reader.read(trk, directory);
+        for (const QDomElement& enclave : reader.enclaves()) {
+            tree.append({enclave, index, LvGPXTrack(), {}});
+        }
+    };
+
+    ElementReader reader(myImpl.data());
+    read(reader, element, dir, -1);
+    // Breadth first, so that every track stands behind its owner; then from the end, so that every track is
+    // complete when its owner takes it.
+    for (qsizetype index = 0; index < tree.size(); ++index) {
+        LvGPXTrack track;
+        ElementReader enclaveReader(track.myImpl.data());
+        read(enclaveReader, QDomElement(tree.at(index).element), QDir(QString()), index);
+        tree[index].track = std::move(track);
+    }
+    QList<LvGPXTrack> enclaves;
+    for (qsizetype index = tree.size() - 1; index >= 0; --index) {
+        Nested nested = tree.takeLast();
+        nested.track.setEnclaves(nested.enclaves);
+        (nested.owner < 0 ? enclaves : tree[nested.owner].enclaves).prepend(std::move(nested.track));
+    }
+    myImpl->setEnclaves(this->enclaves() + enclaves);
+
+    if (!reader.includedFileName().isEmpty()) {
+        LvGPXTrackFileRegistry::instance()->registerFile(LvGPXTrackFileRegistryKey(*this, dir),
+                                                         reader.includedFileName());
+    }
+}
+
+void LvGPXTrack::toXml(QDomElement& parent, const QDir& dir) const
+{
+    QDomElement trk = buildTrackElement(parent);
+    if (isEmptyDirectory(dir) || !dir.exists()) {
+        buildXmlBody(trk);
+        return;
+    }
+    const QString fileName =
+        LvGPXTrackFileRegistry::instance()->createAssignedFile(LvGPXTrackFileRegistryKey(*this, dir));
+    LvXMLBuilder::buildDomElement(trk, QStringLiteral("include"), fileName);
+}
+
+QDomElement LvGPXTrack::buildTrackElement(QDomElement& parent)
+{
+    return LvXMLBuilder::buildDomElement(parent, QStringLiteral("trk"));
+}
+
+void LvGPXTrack::buildXmlBody(QDomElement& trk) const
+{
+    // A list of what is still to be written instead of recursion, because enclaves may be nested deeply.
+    QList<std::pair<QDomElement, LvGPXTrack>> pending{{trk, *this}};
+    while (!pending.isEmpty()) {
+        auto [element, track] = pending.takeLast();
+        LvXMLBuilder::buildDomElement(element, QStringLiteral("name"), track.name());
+        const LvGPXTrackShape shape = track.shape();
+        LvXMLBuilder::buildDomElement(element, QStringLiteral("shape"),
+                                      shape.enumToStringTable()->encodeCSV(shape.value()));
+        const QList<LvGPXTrackSegment> segments = track.segments();
+        for (const LvGPXTrackSegment& segment : segments) {
+            segment.toXml(element);
+        }
+        const QList<LvGPXTrack> enclaves = track.enclaves();
+        if (!enclaves.isEmpty()) {
+            QDomElement list = LvXMLBuilder::buildDomElement(element, QStringLiteral("enclaves"));
+            for (const LvGPXTrack& enclave : enclaves) {
+                pending.append({buildTrackElement(list), enclave});
+            }
+        }
+    }
+}
+
+void LvGPXTrack::saveAsGpxFile(const QFileInfo& file) const
+{
+    QDomDocument document;
+    QDomElement gpx = LvXMLBuilder::buildRootElement(document, QStringLiteral("gpx"));
+    QDomElement trk = buildTrackElement(gpx);
+    buildXmlBody(trk);
+    LvXMLBuilder::saveUTF8(document, file);
+}

@@ -1,0 +1,47 @@
+#include "LvGPXTrackFileRegistryKey.h"
+
+#include <QHashFunctions>
+
+LvGPXTrackFileRegistryKey::LvGPXTrackFileRegistryKey(const LvGPXTrack& track, const QDir& dir)
+    : myTrack(track)
+    , myDir(dir)
+{
+}
+
+LvGPXTrackFileRegistryKey::LvGPXTrackFileRegistryKey(const LvGPXTrackFileRegistryKey& other) = default;
+LvGPXTrackFileRegistryKey::LvGPXTrackFileRegistryKey(LvGPXTrackFileRegistryKey&& other) noexcept = default;
+LvGPXTrackFileRegistryKey&
+LvGPXTrackFileRegistryKey::operator=(const LvGPXTrackFileRegistryKey& other) = default;
+LvGPXTrackFileRegistryKey&
+LvGPXTrackFileRegistryKey::operator=(LvGPXTrackFileRegistryKey&& other) noexcept = default;
+LvGPXTrackFileRegistryKey::~LvGPXTrackFileRegistryKey() = default;
+
+bool LvGPXTrackFileRegistryKey::isValid() const
+{
+    return myDir != QDir(QString()) && myTrack.isValid();
+}
+
+LvGPXTrack LvGPXTrackFileRegistryKey::track() const
+{
+    return myTrack;
+}
+
+QDir LvGPXTrackFileRegistryKey::dir() const
+{
+    return myDir;
+}
+
+size_t LvGPXTrackFileRegistryKey::hash() const
+{
+    return qHash(*this, 0);
+}
+
+bool LvGPXTrackFileRegistryKey::operator==(const LvGPXTrackFileRegistryKey& other) const
+{
+    return myTrack == other.myTrack && myDir == other.myDir;
+}
+
+size_t qHash(const LvGPXTrackFileRegistryKey& key, size_t seed)
+{
+    return ::qHash(key.track().countPoints(), seed);
+}
