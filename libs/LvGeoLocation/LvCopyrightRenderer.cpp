@@ -79,14 +79,21 @@ QRectF LvCopyrightRenderer::copyrightRect(const QRect& imageRect, double factor)
 
 void LvCopyrightRenderer::renderCopyRight(QImage* image, double factor)
 {
-    const QRectF rect = copyrightRect(image->rect(), factor);
     QPainter painter(image);
+    renderCopyRight(painter, image->rect(), factor);
+}
+
+void LvCopyrightRenderer::renderCopyRight(QPainter& painter, const QRect& imageRect, double factor)
+{
+    const QRectF rect = copyrightRect(imageRect, factor);
+    painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     if (!(factor >= smallestTextFactor)) {
         painter.fillRect(rect, semiOpaqueWhite);
         painter.setPen(QPen(semiOpaqueBlack, 1.0, Qt::DashDotLine));
         const double y = std::trunc(rect.center().y());
         painter.drawLine(QPointF(std::trunc(rect.center().x()), y), QPointF(std::trunc(rect.right()), y));
+        painter.restore();
         return;
     }
     const double radius = rect.height() / 2.0;
@@ -96,4 +103,5 @@ void LvCopyrightRenderer::renderCopyRight(QImage* image, double factor)
     painter.drawRoundedRect(rect, radius, radius, Qt::AbsoluteSize);
     painter.setPen(semiOpaqueBlack);
     painter.drawText(rect, Qt::AlignHCenter | Qt::AlignVCenter, copyrightText());
+    painter.restore();
 }

@@ -8,6 +8,7 @@
 
 class QFont;
 class QImage;
+class QPainter;
 class QRect;
 
 /**
@@ -55,4 +56,8 @@ public:
 
     /// Draws the attribution.
     static void renderCopyRight(QImage* image, double factor);
+
+    /// The same with a painter on any device, for an image rectangle in the painter's coordinates; its
+    /// state stays as it was.
+    static void renderCopyRight(QPainter& painter, const QRect& imageRect, double factor);
 };

@@ -79,7 +79,7 @@ double LvOsmScaleRenderer::shownKilometers() const
         return longest;
     }
     const auto rung = std::find_if(ladder.crbegin(), ladder.crend(),
-                                          [longest](const Rung& each) { return each.lowerEnd < longest; });
+                                   [longest](const Rung& each) { return each.lowerEnd < longest; });
     return rung == ladder.crend() ? ladder.front().length : rung->length;
 }
 
@@ -128,24 +128,32 @@ QRectF LvOsmScaleRenderer::strokeRect(const QRectF& imageRect, double factor) co
 
 void LvOsmScaleRenderer::renderScale(QImage* image, double factor) const
 {
-    QRectF text = textRect(image->rect(), factor);
-    QRectF stroke = strokeRect(image->rect(), factor);
+    QPainter painter(image);
+    renderScale(painter, image->rect(), factor);
+}
+
+void LvOsmScaleRenderer::renderScale(QPainter& painter, const QRect& imageRect, double factor) const
+{
+    QRectF text = textRect(imageRect, factor);
+    QRectF stroke = strokeRect(imageRect, factor);
     if (!std::isfinite(stroke.width())) {
         return;
     }
     QRectF backdrop = text | stroke;
     backdrop.setLeft(0.0);
-    if (backdrop.right() > image->width() / 3) { // NOLINT(bugprone-integer-division) whole pixels are meant
+    if (backdrop.right()
+        > imageRect.width() / 3) { // NOLINT(bugprone-integer-division) whole pixels are meant
         const double lift = liftPerBackdropHeight * backdrop.height();
         for (QRectF* rect : {&text, &stroke, &backdrop}) {
             rect->translate(0.0, -lift);
         }
     }
 
-    QPainter painter(image);
+    painter.save();
     painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing);
     if (!(factor >= smallestTextFactor)) {
         drawPlaceholder(painter, backdrop, text);
+        painter.restore();
         return;
     }
     const double radius = text.height() / 2.0;
@@ -158,6 +166,7 @@ void LvOsmScaleRenderer::renderScale(QImage* image, double factor) const
                          backdrop.width() - stroke.width() - edgeDistance * factor, backdrop.height());
     painter.drawText(centred, Qt::AlignHCenter | Qt::AlignVCenter, scaleText());
     drawBar(painter, stroke);
+    painter.restore();
 }
 
 double LvOsmScaleRenderer::maximumPaintFactor() const

@@ -10,6 +10,7 @@
 
 class QFont;
 class QImage;
+class QPainter;
 class QRect;
 
 /**
@@ -67,6 +68,10 @@ public:
     /// Draws the scale. A bar that would reach into the attribution's two thirds of the width is drawn
     /// higher. Draws nothing when the pixels per kilometre are 0 or not a number.
     void renderScale(QImage* image, double factor) const;
+
+    /// The same with a painter on any device, for an image rectangle in the painter's coordinates; its
+    /// state stays as it was.
+    void renderScale(QPainter& painter, const QRect& imageRect, double factor) const;
 
     /// The length limit of the bar, min(theMaximumWidth, two thirds of the map's width), divided by the
     /// pixels per kilometre: how often a bar of one kilometre fits. Infinite or NaN when the pixels per
