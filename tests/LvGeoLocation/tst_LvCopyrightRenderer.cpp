@@ -132,7 +132,7 @@ void tst_LvCopyrightRenderer::placeholder()
         }
     }
     QVERIFY(darkPixels > 0);
-    QCOMPARE(image.pixelColor(middle - 3, lineY), QColor(225, 225, 225, 180));
+    QCOMPARE(image.pixelColor(middle - 3, lineY).rgba(), qRgba(225, 225, 225, 180));
 }
 
 void tst_LvCopyrightRenderer::placeholderBelowATenth()
