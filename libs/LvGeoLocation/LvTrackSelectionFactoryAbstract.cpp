@@ -1,0 +1,4 @@
+#include "LvTrackSelectionFactoryAbstract.h"
+
+LvTrackSelectionFactoryAbstract::LvTrackSelectionFactoryAbstract() = default;
+LvTrackSelectionFactoryAbstract::~LvTrackSelectionFactoryAbstract() = default;

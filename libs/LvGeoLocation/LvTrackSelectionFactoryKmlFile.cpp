@@ -1,0 +1,162 @@
+#include "LvTrackSelectionFactoryKmlFile.h"
+
+#include "LvFileHandler.h"
+#include "LvGPXTrackStyleList.h"
+#include "LvXMLLoader.h"
+#include "LvZIP.h"
+
+#include <QDomDocument>
+#include <QFileInfo>
+
+namespace
+{
+
+constexpr int openForReading = 1;
+
+enum class Descent { IntoChildren, PastChildren };
+
+// The element after the current one in document order, below root only; a null element at the end. Documents
+// may be nested so deeply that a recursive walk would exhaust the stack.
+QDomElement nextInDocument(const QDomElement& current, const QDomElement& root, Descent descent)
+{
+    if (descent == Descent::IntoChildren) {
+        const QDomElement child = current.firstChildElement();
+        if (!child.isNull()) {
+            return child;
+        }
+    }
+    for (QDomElement element = current; element != root; element = element.parentNode().toElement()) {
+        const QDomElement sibling = element.nextSiblingElement();
+        if (!sibling.isNull()) {
+            return sibling;
+        }
+    }
+    return {};
+}
+
+bool hasSuffix(const QFileInfo& file, const char* suffix)
+{
+    return file.suffix().toLower() == QLatin1String(suffix);
+}
+
+QString readArchive(const QFileInfo& file)
+{
+    LvZIP archive(file);
+    if (!archive.open(openForReading)) {
+        return {};
+    }
+    QString text;
+    const QStringList names = archive.getFileNameList();
+    for (const QString& name : names) {
+        if (name.endsWith(QLatin1String(".kml"))) {
+            text = QString::fromUtf8(archive.fileContent(name));
+            break;
+        }
+    }
+    archive.close();
+    return text;
+}
+
+QString childText(const QDomElement& element, const char* tagName)
+{
+    return element.firstChildElement(QLatin1String(tagName)).text();
+}
+
+LvGPXConfiguredTrack decodePlacemark(const QDomElement& placemark, const LvGPXTrackStyleList& styles,
+                                     const QString& fileName)
+{
+    const QString name = childText(placemark, "name");
+    const QString description = childText(placemark, "description");
+    // The file name stands in for the description as well, so that a tool tip is never empty.
+    const LvGPXTrack track = LvGPXTrack::decodeKml(
+        name.isEmpty() ? fileName : name, description.isEmpty() ? fileName : description,
+        LvTrackSelectionFactoryKmlFile::findCoordinates(placemark), LvGPXTrackShape::decodeKml(placemark));
+    return {track, styles.findStyling(childText(placemark, "styleUrl"))};
+}
+
+} // namespace
+
+LvTrackSelectionFactoryKmlFile::LvTrackSelectionFactoryKmlFile() = default;
+LvTrackSelectionFactoryKmlFile::~LvTrackSelectionFactoryKmlFile() = default;
+
+bool LvTrackSelectionFactoryKmlFile::supportsFile(const QUrl& url) const
+{
+    return supportsFile(QFileInfo(url.toLocalFile()));
+}
+
+QStringList LvTrackSelectionFactoryKmlFile::supportedFileFormats() const
+{
+    return {QStringLiteral("*.kml"), QStringLiteral("*.kmz")};
+}
+
+LvGPXConfiguredTrackList LvTrackSelectionFactoryKmlFile::createConfiguredTrackList(const QUrl& url) const
+{
+    return createConfiguredTrackList(QFileInfo(url.toLocalFile()));
+}
+
+bool LvTrackSelectionFactoryKmlFile::supportsFile(const QFileInfo& file) const
+{
+    return hasSuffix(file, "kml") || hasSuffix(file, "kmz");
+}
+
+LvGPXConfiguredTrackList
+LvTrackSelectionFactoryKmlFile::createConfiguredTrackList(const QFileInfo& file) const
+{
+    return decode(readFile(file), file.fileName());
+}
+
+QString LvTrackSelectionFactoryKmlFile::readFile(const QFileInfo& file)
+{
+    if (hasSuffix(file, "kml")) {
+        return LvFileHandler::readTextFile(file).join(QLatin1Char('\n'));
+    }
+    return hasSuffix(file, "kmz") ? readArchive(file) : QString();
+}
+
+LvGPXConfiguredTrackList LvTrackSelectionFactoryKmlFile::decode(const QString& text, const QString& fileName)
+{
+    QDomDocument xml;
+    if (!LvXMLLoader::parse(text, xml)) {
+        return {};
+    }
+    const QDomElement document = xml.documentElement().firstChildElement(QStringLiteral("Document"));
+    const LvGPXTrackStyleList styles = LvGPXTrackStyleList::fromKml(document);
+    LvGPXConfiguredTrackList tracks;
+    const QList<QDomElement> placemarks = findPlacemarks(document);
+    for (const QDomElement& placemark : placemarks) {
+        tracks.append(decodePlacemark(placemark, styles, fileName));
+    }
+    return tracks;
+}
+
+QList<QDomElement> LvTrackSelectionFactoryKmlFile::findPlacemarks(const QDomElement& element)
+{
+    QList<QDomElement> placemarks;
+    QDomElement current = element;
+    while (!current.isNull()) {
+        const bool isPlacemark = current.nodeName() == QLatin1String("Placemark");
+        if (isPlacemark) {
+            placemarks.append(current);
+        }
+        current =
+            nextInDocument(current, element, isPlacemark ? Descent::PastChildren : Descent::IntoChildren);
+    }
+    return placemarks;
+}
+
+QString LvTrackSelectionFactoryKmlFile::findCoordinates(const QDomElement& element)
+{
+    QDomElement current = element;
+    while (!current.isNull()) {
+        const bool hasCoordinates = current.nodeName() == QLatin1String("coordinates");
+        if (hasCoordinates) {
+            const QString text = current.text().trimmed();
+            if (!text.isEmpty()) {
+                return text;
+            }
+        }
+        current =
+            nextInDocument(current, element, hasCoordinates ? Descent::PastChildren : Descent::IntoChildren);
+    }
+    return {};
+}
