@@ -7,7 +7,7 @@
 #include <QToolTip>
 
 #include <algorithm>
-#include <limits>
+#include <cmath>
 
 namespace
 {
@@ -155,8 +155,9 @@ QSize LvElidedLabel::sizeHint() const
 {
     const QFontMetrics metrics = fontMetrics();
     const QString line = singleLine(myFullText.left(longestLaidOutText));
-    const int width =
-        std::min(metrics.horizontalAdvance(line), hintedCharacters * metrics.averageCharWidth());
+    // Rounded up: a fraction of a pixel too little would cut the text.
+    const int textWidth = static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(line)));
+    const int width = std::min(textWidth, hintedCharacters * metrics.averageCharWidth());
     const QSize room(std::max(width, 1), heightOfLines(metrics, hintedLines));
     const qsizetype lines = std::max<qsizetype>(1, fit(*this, room).lines.size());
     const QSize frame = size() - contentsRect().size();

@@ -12,7 +12,6 @@ namespace
 {
 
 constexpr qreal unitsPerSide = 16.0;
-constexpr qreal pensPerSide = 12.0;
 
 QColor lineColor(QIcon::Mode mode)
 {
@@ -33,7 +32,7 @@ QColor lineColor(QIcon::Mode mode)
 
 LvLineIconGrid::LvLineIconGrid(const QRectF& target)
     : myUnit(std::min(target.width(), target.height()) / unitsPerSide)
-    , myPenWidth(std::max(1.0, std::round(unitsPerSide * myUnit / pensPerSide)))
+    , myPenWidth(std::max(1.0, std::round(myUnit)))
 {
     const qreal side = unitsPerSide * myUnit;
     myOrigin = QPointF(std::floor(target.left() + (target.width() - side) / 2.0),

@@ -12,7 +12,7 @@ public:
     /// The largest square in the middle of the rectangle.
     explicit LvLineIconGrid(const QRectF& target);
 
-    /// A whole number of pixels, about a twelfth of the square.
+    /// A whole number of pixels, about one unit.
     [[nodiscard]] qreal penWidth() const { return myPenWidth; }
 
     [[nodiscard]] qreal length(qreal units) const { return units * myUnit; }
