@@ -1,0 +1,632 @@
+#include "LvGPXTrackRenderer.h"
+
+#include "LvConcurrent.h"
+#include "LvGPXConfiguredTrack.h"
+#include "LvGPXTrack.h"
+#include "LvGPXTrackConfiguration.h"
+#include "LvGPXTrackDisplayOptions.h"
+#include "LvGPXTrackSmoothing.h"
+#include "LvGeoPosition.h"
+#include "LvGeoPositionList.h"
+
+#include <QLineF>
+#include <QPaintDevice>
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+namespace
+{
+
+constexpr int opaque = 255;
+constexpr int unsmoothedStrength = 100; // per cent of each point's own place
+constexpr double thinningPixels = 4.0;
+constexpr double shortestBarbPixels = 10.0;
+constexpr double longestBarbPixels = 100.0;
+constexpr double barbAngleDegrees = 30.0;
+constexpr std::array arrowAnglePlaces = {0.95, 0.96, 0.97, 0.98, 0.99};
+
+// Farther than the other side of the world at every zoom level, yet near enough for the painter to compute
+// with.
+constexpr double farthestPixel = 1e12;
+
+// By how much antialiasing, and the rounding of hairlines, may reach over the exact outline of a figure.
+constexpr double outlineTolerancePixels = 2.0;
+
+// The empty rectangle in the place of the visible part of a device.
+constexpr QRectF everything;
+
+bool isDrawable(const QPointF& pixel)
+{
+    // False for what is not a number, too.
+    return std::abs(pixel.x()) <= farthestPixel && std::abs(pixel.y()) <= farthestPixel;
+}
+
+bool hasStroke(const LvGPXTrackConfiguration& config, TrackRenderOption option)
+{
+    return option == TrackRenderOption::Foreground
+        || config.hasDrawOption(LvGPXTrackDisplayOptions(LvGPXTrackDisplayOptionsEnum::stroke));
+}
+
+bool hasFill(const LvGPXTrackConfiguration& config, TrackRenderOption option)
+{
+    return option == TrackRenderOption::Foreground
+        || config.hasDrawOption(LvGPXTrackDisplayOptions(LvGPXTrackDisplayOptionsEnum::fill));
+}
+
+bool hasArrow(const LvGPXTrackConfiguration& config)
+{
+    return config.markerShape().reducedTo(LvGPXMarkerShapeEnum::arrow) == LvGPXMarkerShapeEnum::arrow;
+}
+
+/// Length of an arrow's barbs before scaling.
+double barbPixels(const QPointF& start, const QPointF& tip)
+{
+    return std::max(shortestBarbPixels, std::min(longestBarbPixels, QLineF(start, tip).length() / 2.0));
+}
+
+QPointF elementAt(const QPainterPath& path, int index)
+{
+    const QPainterPath::Element element = path.elementAt(index);
+    return {element.x, element.y};
+}
+
+/// Restores the painter when it goes.
+class LvPainterSaver
+{
+public:
+    explicit LvPainterSaver(QPainter* painter)
+        : myPainter(painter)
+    {
+        myPainter->save();
+    }
+
+    ~LvPainterSaver() { myPainter->restore(); }
+
+    Q_DISABLE_COPY_MOVE(LvPainterSaver)
+
+private:
+    QPainter* myPainter;
+};
+
+} // namespace
+
+LvGPXTrackRenderer::LvGPXTrackRenderer(const LvGPXTrackSelection& selection, const QSize& targetImageSize,
+                                       double renderingFactor)
+    : mySelection(selection)
+    , myTargetImageSize(targetImageSize)
+    , myRenderingFactor(renderingFactor)
+{
+}
+
+LvGPXTrackRenderer::~LvGPXTrackRenderer() = default;
+LvGPXTrackRenderer::LvGPXTrackRenderer(const LvGPXTrackRenderer& other) = default;
+LvGPXTrackRenderer::LvGPXTrackRenderer(LvGPXTrackRenderer&& other) noexcept = default;
+LvGPXTrackRenderer& LvGPXTrackRenderer::operator=(const LvGPXTrackRenderer& other) = default;
+LvGPXTrackRenderer& LvGPXTrackRenderer::operator=(LvGPXTrackRenderer&& other) noexcept = default;
+
+const LvGPXTrackSelection& LvGPXTrackRenderer::selection() const
+{
+    return mySelection;
+}
+
+QSize LvGPXTrackRenderer::targetImageSize() const
+{
+    return myTargetImageSize;
+}
+
+double LvGPXTrackRenderer::renderingFactor() const
+{
+    return myRenderingFactor;
+}
+
+double LvGPXTrackRenderer::scale(double value) const
+{
+    return value * myRenderingFactor;
+}
+
+QImage LvGPXTrackRenderer::render(TrackRenderOption option) const
+{
+    return renderImage(option, QPainter::Antialiasing).convertToFormat(QImage::Format_ARGB32);
+}
+
+QImage LvGPXTrackRenderer::renderQuickAndDirty(TrackRenderOption option) const
+{
+    return renderImage(option, {});
+}
+
+QImage LvGPXTrackRenderer::renderForeground() const
+{
+    return renderQuickAndDirty(TrackRenderOption::Foreground);
+}
+
+QImage LvGPXTrackRenderer::renderImage(TrackRenderOption option, QPainter::RenderHints hints) const
+{
+    if (myTargetImageSize.isEmpty()) {
+        return {};
+    }
+    QImage image(myTargetImageSize, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull()) { // more memory than there is
+        return {};
+    }
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHints(hints);
+    drawTracks(&painter, option, QRectF(image.rect()));
+    painter.end();
+    return image;
+}
+
+void LvGPXTrackRenderer::renderWith(QPainter& painter, TrackRenderOption option) const
+{
+    drawTracks(&painter, option, everything);
+}
+
+void LvGPXTrackRenderer::drawTracks(QPainter* painter, TrackRenderOption option, const QRectF& visible) const
+{
+    const LvGPXConfiguredTrackList tracks = mySelection.tracks();
+    for (const LvGPXConfiguredTrack& track : tracks) {
+        drawTrack(painter, track, option, visible);
+    }
+}
+
+QImage LvGPXTrackRenderer::crop(const QImage& background) const
+{
+    const int opacity = mySelection.effectiveCroppingOpacity();
+    if (opacity == opaque) {
+        return background;
+    }
+    const QImage mask = render(TrackRenderOption::Foreground);
+    QImage result = background.convertToFormat(QImage::Format_ARGB32);
+    const int lowest = std::clamp(opacity, 0, opaque);
+    std::array<uchar, 256> table = {};
+    for (int i = 0; i <= opaque; ++i) {
+        table.at(static_cast<size_t>(i)) =
+            static_cast<uchar>(std::min(opaque, lowest + ((opaque - lowest) * i) / opaque));
+    }
+    // Every piece writes through an image of its own over the common pixels: asking one image for its pixels
+    // from several threads would change its counters unguarded.
+    uchar* pixels = result.bits();
+    const QSize size = result.size();
+    const qsizetype bytesPerLine = result.bytesPerLine();
+    QList<LvIntRange> pieces = LvIntRange::rowsOfImage(result).splitEvenlyForCpuCores();
+    LvConcurrent::blockingMap(pieces, [pixels, size, bytesPerLine, &mask, &table](const LvIntRange& rows) {
+        QImage window(pixels, size.width(), size.height(), bytesPerLine, QImage::Format_ARGB32);
+        mergeCropping(window, mask, rows, table);
+    });
+    return result;
+}
+
+void LvGPXTrackRenderer::mergeCropping(QImage& result, const QImage& mask, const LvIntRange& rows,
+                                       std::span<const uchar, 256> table)
+{
+    if (result.format() != QImage::Format_ARGB32
+        || (!mask.isNull() && mask.format() != QImage::Format_ARGB32)) {
+        return;
+    }
+    const int end = std::min(rows.lastIndexEvenIfUnvalid(), result.height());
+    const LvIntRange columns = LvIntRange::columnsOfImage(result);
+    for (int row = std::max(0, rows.firstIndex()); row < end; ++row) {
+        auto* pixels = reinterpret_cast<QRgb*>(result.scanLine(row));
+        const auto* covers =
+            row < mask.height() ? reinterpret_cast<const QRgb*>(mask.constScanLine(row)) : nullptr;
+        const int coveredEnd = covers != nullptr ? mask.width() : 0;
+        for (int column = columns.firstIndex(); column < columns.lastIndexEvenIfUnvalid(); ++column) {
+            const int cover = column < coveredEnd ? qAlpha(covers[column]) : 0;
+            const QRgb alpha = table[static_cast<size_t>(cover)];
+            pixels[column] = (pixels[column] & 0x00ffffffU) | (alpha << 24U);
+        }
+    }
+}
+
+QPointF LvGPXTrackRenderer::aroundTheWorldOffset() const
+{
+    return project(LvGeoPosition(0.0, 180.0)) - project(LvGeoPosition(0.0, -180.0));
+}
+
+LvIntRange LvGPXTrackRenderer::visibleShifts(QPainter* painter) const
+{
+    const double worldWidth = std::trunc(aroundTheWorldOffset().x());
+    if (!std::isfinite(worldWidth) || worldWidth == 0.0) {
+        return {0, 0};
+    }
+    const QPaintDevice* device = painter != nullptr ? painter->device() : nullptr;
+    const double deviceWidth = device != nullptr ? device->width() : 0.0;
+    // Both are whole numbers that a double holds exactly, so this is their integer division, for worlds wider
+    // than the integers as well. The last clamp leaves room for the one that is added.
+    constexpr double most = std::numeric_limits<int>::max() - 1;
+    const int worlds = static_cast<int>(std::clamp(std::trunc(deviceWidth / worldWidth), -most, most));
+    return {-(worlds + 1), worlds + 1};
+}
+
+template <class Draw>
+void LvGPXTrackRenderer::repeatAroundTheWorld(QPainter* painter, const QRectF& touched, const QRectF& visible,
+                                              const Draw& draw) const
+{
+    const QPointF world = aroundTheWorldOffset();
+    const LvIntRange shifts = visibleShifts(painter);
+    for (int shift = shifts.firstIndex(); shift < shifts.lastIndexEvenIfUnvalid(); ++shift) {
+        const QPointF offset = shift == 0 ? QPointF() : shift * world;
+        if (!isDrawable(offset) || (!visible.isNull() && !visible.intersects(touched.translated(offset)))) {
+            continue;
+        }
+        const LvPainterSaver saver(painter);
+        painter->translate(offset);
+        draw();
+    }
+}
+
+void LvGPXTrackRenderer::drawTrack(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                   TrackRenderOption option) const
+{
+    drawTrack(painter, track, option, everything);
+}
+
+void LvGPXTrackRenderer::drawTrack(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                   TrackRenderOption option, const QRectF& visible) const
+{
+    switch (track.effectiveShape().value()) {
+    case LvGPXTrackShapeEnum::polygon:
+        drawPolygon(painter, track, option, visible);
+        break;
+    case LvGPXTrackShapeEnum::point:
+        drawPoint(painter, track, option, visible);
+        break;
+    default:
+        drawLine(painter, track, option, visible);
+        break;
+    }
+}
+
+void LvGPXTrackRenderer::drawLine(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                  TrackRenderOption option) const
+{
+    drawLine(painter, track, option, everything);
+}
+
+void LvGPXTrackRenderer::drawLine(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                  TrackRenderOption option, const QRectF& visible) const
+{
+    const QPainterPath path = createPainterPath(track);
+    if (path.isEmpty()) {
+        drawPoint(painter, track, option, visible);
+        return;
+    }
+    const LvGPXTrackConfiguration config = track.configuration();
+    repeatAroundTheWorld(painter, touchedBy(path, config, option), visible,
+                         [&] { drawLine(painter, path, config, option); });
+}
+
+void LvGPXTrackRenderer::drawPolygon(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                     TrackRenderOption option) const
+{
+    drawPolygon(painter, track, option, everything);
+}
+
+void LvGPXTrackRenderer::drawPolygon(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                     TrackRenderOption option, const QRectF& visible) const
+{
+    const QPainterPath path = createPainterPath(track);
+    if (path.isEmpty()) {
+        drawPoint(painter, track, option, visible);
+        return;
+    }
+    const LvGPXTrackConfiguration config = track.configuration();
+    repeatAroundTheWorld(painter, touchedBy(path, config, option), visible,
+                         [&] { drawPolygon(painter, path, config, option); });
+}
+
+void LvGPXTrackRenderer::drawPoint(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                   TrackRenderOption option) const
+{
+    drawPoint(painter, track, option, everything);
+}
+
+void LvGPXTrackRenderer::drawPoint(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                   TrackRenderOption option, const QRectF& visible) const
+{
+    const LvGPXTrackConfiguration config = track.configuration();
+    const bool stroke = hasStroke(config, option);
+    const bool fill = hasFill(config, option);
+    if (!stroke && !fill) {
+        return;
+    }
+    const LvGeoPositionList positions = track.drawingPoints();
+    // Not the validity of the position: a point at exactly 0°/0° is a place on the map.
+    if (positions.isEmpty() || !positions.first().latitude().isValid()
+        || !positions.first().longitude().isValid()) {
+        return;
+    }
+    const QPointF centre = project(positions.first());
+    if (!isDrawable(centre)) {
+        return;
+    }
+    const double size = scale(track.lineWidth().value());
+    const LvPainterSaver saver(painter);
+    painter->setPen(stroke ? penFromTrack(config, option) : QPen(QColor(Qt::transparent)));
+    painter->setBrush(fill ? brushFromTrack(config, option) : QBrush(Qt::transparent, Qt::SolidPattern));
+    const double reach = std::abs(size) + painter->pen().widthF() + outlineTolerancePixels;
+    const QRectF touched(centre - QPointF(reach, reach), centre + QPointF(reach, reach));
+    repeatAroundTheWorld(painter, touched, visible,
+                         [&] { config.markerShape().draw(painter, centre, size, size); });
+}
+
+void LvGPXTrackRenderer::drawPath(QPainter* painter, const QPainterPath& path,
+                                  const LvGPXTrackConfiguration& config, TrackRenderOption option) const
+{
+    if (!hasStroke(config, option)) {
+        return;
+    }
+    const LvPainterSaver saver(painter);
+    painter->setPen(penFromTrack(config, option));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawPath(path);
+}
+
+void LvGPXTrackRenderer::drawLine(QPainter* painter, const QPainterPath& path,
+                                  const LvGPXTrackConfiguration& config, TrackRenderOption option) const
+{
+    drawPath(painter, path, config, option);
+    if (hasArrow(config)) {
+        drawArrowHead(painter, path, config, option);
+    }
+}
+
+void LvGPXTrackRenderer::drawPolygon(QPainter* painter, const QPainterPath& path,
+                                     const LvGPXTrackConfiguration& config, TrackRenderOption option) const
+{
+    if (hasFill(config, option)) {
+        const LvPainterSaver saver(painter);
+        painter->fillPath(path, brushFromTrack(config, option));
+    }
+    drawPath(painter, path, config, option);
+}
+
+void LvGPXTrackRenderer::drawArrowHead(QPainter* painter, const QPainterPath& path,
+                                       const LvGPXTrackConfiguration& config, TrackRenderOption option) const
+{
+    // A head without its line would look like a mark of its own.
+    if (path.isEmpty() || !hasStroke(config, option)) {
+        return;
+    }
+    const double angle = detectAngleOfPath(path);
+    const QPointF start = elementAt(path, 0);
+    const QPointF tip = elementAt(path, path.elementCount() - 1);
+    const double length = scale(barbPixels(start, tip));
+    const LvPainterSaver saver(painter);
+    painter->setPen(solidPenFromTrack(config, option));
+    for (const double direction : {barbAngleDegrees + angle, angle - barbAngleDegrees}) {
+        const QLineF barb(tip, movePolar(tip, length, direction));
+        painter->drawLines(&barb, 1);
+    }
+}
+
+QRectF LvGPXTrackRenderer::touchedBy(const QPainterPath& path, const LvGPXTrackConfiguration& config,
+                                     TrackRenderOption option) const
+{
+    const double reach = std::abs(solidPenFromTrack(config, option).widthF()) / 2.0 + outlineTolerancePixels
+        + (hasArrow(config) ? std::abs(scale(longestBarbPixels)) : 0.0);
+    return path.controlPointRect().adjusted(-reach, -reach, reach, reach);
+}
+
+QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXConfiguredTrack& track) const
+{
+    const int strength = track.smoothingStrength();
+    const int steps = track.smoothingSteps();
+    const LvGPXTrack outer = track.track();
+    QPainterPath path = createPainterPath(outer, strength, steps);
+    if (track.naturalShape().value() == LvGPXTrackShapeEnum::linestring
+        && track.effectiveShape().value() == LvGPXTrackShapeEnum::polygon) {
+        path.closeSubpath();
+    }
+    const QList<LvGPXTrack> enclaves = outer.enclaves();
+    for (const LvGPXTrack& enclave : enclaves) {
+        path.addPath(createPainterPath(enclave, strength, steps));
+    }
+    return path;
+}
+
+QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXTrack& track, int strength, int steps) const
+{
+    const QList<LvGeoPositionList> lists = track.chunkedPoints();
+    QList<LvIntRange> ranges;
+    QList<int> numbers;
+    int count = 0;
+    for (const LvGeoPositionList& list : lists) {
+        const int end = count + static_cast<int>(list.size());
+        ranges.append(LvIntRange(count, end - 1));
+        numbers.append(static_cast<int>(numbers.size()));
+        count = end;
+    }
+    if (count == 0) {
+        return {};
+    }
+    std::vector<QPointF> points(static_cast<size_t>(count));
+    QList<QPointF> offsets;
+    const bool hasCrossings = createDateLineCrossingOffsets(lists, ranges, numbers, offsets);
+    projectPointsPP(lists, ranges, numbers, points.data());
+    if (hasCrossings) {
+        QList<LvIntRange> shifted = ranges;
+        const QPointF* shifts = offsets.constData();
+        LvConcurrent::blockingMap(shifted, [shifts, &points](const LvIntRange& range) {
+            shiftProjected(range, shifts, points.data());
+        });
+    }
+    if (strength != unsmoothedStrength) {
+        LvGPXTrackSmoothing(points.data(), count, strength / 100.0, steps).run();
+    }
+    return thinned(points);
+}
+
+QPainterPath LvGPXTrackRenderer::thinned(std::span<const QPointF> points) const
+{
+    const auto start = std::find_if(points.begin(), points.end(), isDrawable);
+    if (start == points.end()) {
+        return {};
+    }
+    const double threshold = scale(thinningPixels);
+    QPainterPath path(*start);
+    QPointF last = *start;
+    bool anyAppended = false;
+    for (auto point = std::next(start); point != points.end(); ++point) {
+        if ((*point - last).manhattanLength() > threshold && isDrawable(*point)) {
+            path.lineTo(*point);
+            last = *point;
+            anyAppended = true;
+        }
+    }
+    if (!anyAppended) {
+        return {};
+    }
+    if (isDrawable(points.back())) {
+        path.lineTo(points.back());
+    }
+    return path;
+}
+
+QPen LvGPXTrackRenderer::solidPenFromTrack(const LvGPXTrackConfiguration& config,
+                                           TrackRenderOption option) const
+{
+    const LvDistance width =
+        option == TrackRenderOption::Normal ? config.lineWidth() : config.haloWidth() + config.lineWidth();
+    return {QBrush(lineColor(config, option), Qt::SolidPattern), scale(width.value()), Qt::SolidLine,
+            Qt::RoundCap, Qt::RoundJoin};
+}
+
+QPen LvGPXTrackRenderer::penFromTrack(const LvGPXTrackConfiguration& config, TrackRenderOption option) const
+{
+    QPen pen = solidPenFromTrack(config, option);
+    if (option == TrackRenderOption::Normal) {
+        config.penStyle().modifyPen(pen);
+    }
+    return pen;
+}
+
+QBrush LvGPXTrackRenderer::brushFromTrack(const LvGPXTrackConfiguration& config, TrackRenderOption option)
+{
+    return {fillColor(config, option), Qt::SolidPattern};
+}
+
+QColor LvGPXTrackRenderer::lineColor(const LvGPXTrackConfiguration& config, TrackRenderOption option)
+{
+    return adaptColor(config.lineColor(), option);
+}
+
+QColor LvGPXTrackRenderer::fillColor(const LvGPXTrackConfiguration& config, TrackRenderOption option)
+{
+    return adaptColor(config.fillColor(), option);
+}
+
+QColor LvGPXTrackRenderer::adaptColor(const QColor& color, TrackRenderOption option)
+{
+    QColor adapted = color;
+    if (option == TrackRenderOption::Foreground) {
+        adapted.setAlpha(opaque);
+    }
+    return adapted;
+}
+
+double LvGPXTrackRenderer::detectAngleOfPath(const QPainterPath& path)
+{
+    double sum = 0.0;
+    for (const double place : arrowAnglePlaces) {
+        sum += path.angleAtPercent(place);
+    }
+    return sum / static_cast<double>(arrowAnglePlaces.size());
+}
+
+QPointF LvGPXTrackRenderer::carthesian(double length, double angle)
+{
+    // The image's y grows downwards, and barbs point backwards: so half a turn minus the angle.
+    const double radians = (180.0 - angle) * std::numbers::pi / 180.0;
+    return {length * std::cos(radians), length * std::sin(radians)};
+}
+
+QPointF LvGPXTrackRenderer::movePolar(const QPointF& point, double length, double angle)
+{
+    return point + carthesian(length, angle);
+}
+
+void LvGPXTrackRenderer::projectPoints(const LvGeoPositionList& positions, const LvIntRange& range,
+                                       QPointF* points) const
+{
+    const int first = range.firstIndex();
+    for (int index = first; index < range.lastIndexEvenIfUnvalid(); ++index) {
+        points[index] = project(positions.at(index - first));
+    }
+}
+
+void LvGPXTrackRenderer::projectPointsPP(const QList<LvGeoPositionList>& lists,
+                                         const QList<LvIntRange>& ranges, const QList<int>& numbers,
+                                         QPointF* points) const
+{
+    QList<int> items = numbers;
+    LvConcurrent::blockingMap(items, [this, &lists, &ranges, points](int number) {
+        projectPoints(lists.at(number), ranges.at(number), points);
+    });
+}
+
+void LvGPXTrackRenderer::shiftProjected(const LvIntRange& range, const QPointF* offsets, QPointF* points)
+{
+    for (int index = range.firstIndex(); index < range.lastIndexEvenIfUnvalid(); ++index) {
+        points[index] += offsets[index];
+    }
+}
+
+int LvGPXTrackRenderer::checkDateLineCrossing(const LvGeoPosition& a, const LvGeoPosition& b)
+{
+    const bool fromEast = a.isInEasternHemisphere();
+    if (a.longitude() == b.longitude() || fromEast == b.isInEasternHemisphere()
+        || a.isEastOf(b) == fromEast) { // the last: over the prime meridian
+        return 0;
+    }
+    return fromEast ? 1 : -1;
+}
+
+void LvGPXTrackRenderer::checkDateLineCrossings(int number, const QList<LvGeoPositionList>& lists,
+                                                const QList<LvIntRange>& ranges, int* crossings)
+{
+    const LvGeoPositionList& list = lists.at(number);
+    if (list.isEmpty()) {
+        return;
+    }
+    int before = number - 1;
+    while (before >= 0 && lists.at(before).isEmpty()) {
+        --before;
+    }
+    int* crossing = crossings + ranges.at(number).firstIndex();
+    *crossing = before < 0 ? 0 : checkDateLineCrossing(lists.at(before).last(), list.first());
+    for (qsizetype index = 1; index < list.size(); ++index) {
+        crossing[index] = checkDateLineCrossing(list.at(index - 1), list.at(index));
+    }
+}
+
+bool LvGPXTrackRenderer::createDateLineCrossingOffsets(const QList<LvGeoPositionList>& lists,
+                                                       const QList<LvIntRange>& ranges,
+                                                       const QList<int>& numbers,
+                                                       QList<QPointF>& offsets) const
+{
+    const int count = ranges.isEmpty() ? 0 : ranges.last().lastIndexEvenIfUnvalid();
+    std::vector<int> crossings(static_cast<size_t>(count));
+    QList<int> items = numbers;
+    LvConcurrent::blockingMap(items, [&lists, &ranges, &crossings](int number) {
+        checkDateLineCrossings(number, lists, ranges, crossings.data());
+    });
+    if (std::all_of(crossings.begin(), crossings.end(), [](int crossing) { return crossing == 0; })) {
+        return false;
+    }
+    const QPointF world = aroundTheWorldOffset();
+    offsets.clear();
+    offsets.reserve(count);
+    int worlds = 0;
+    for (const int crossing : crossings) {
+        worlds += crossing;
+        offsets.append(worlds == 0 ? QPointF() : worlds * world); // 0 times infinity is no number
+    }
+    return true;
+}
