@@ -366,9 +366,9 @@ void tst_LvOsmScaleRenderer::pictures_data()
     QTest::addColumn<QSize>("size");
     QTest::addColumn<double>("factor");
 
-    QTest::newRow("scale-short") << 100.0 << QSize(900, 200) << 1.0;
+    QTest::newRow("scale-short") << 40.0 << QSize(960, 120) << 1.0;
     QTest::newRow("scale-lifted") << 20.0 << QSize(600, 200) << 1.0;
-    QTest::newRow("scale-metres-double") << 180.0 << QSize(1200, 240) << 2.0;
+    QTest::newRow("scale-metres-double") << 320.0 << QSize(1200, 240) << 2.0;
     QTest::newRow("scale-smallest-text") << 20.0 << QSize(120, 40) << 0.1;
     QTest::newRow("scale-thumbnail") << 20.0 << QSize(120, 40) << 0.09;
 }
