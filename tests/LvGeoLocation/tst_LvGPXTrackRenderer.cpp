@@ -31,7 +31,8 @@
 #include <random>
 #include <type_traits>
 
-namespace {
+namespace
+{
 
 using Option = TrackRenderOption;
 
@@ -43,7 +44,7 @@ constexpr int hopShape = 2;
 constexpr int lineShape = 4;
 constexpr int areaShape = 8;
 constexpr int arrowMarker = 0x400;
-constexpr double nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
 constexpr double infinity = std::numeric_limits<double>::infinity();
 
 /// One degree is `pixelsPerDegree` pixels in both directions, 0°/0° lies at `origin`.
@@ -74,8 +75,8 @@ private:
 class MapRenderer : public LvGPXTrackRenderer
 {
 public:
-    MapRenderer(const LvGPXTrackSelection& selection, const QSize& size, double south, double north, double west,
-                double east, double factor = 1.0)
+    MapRenderer(const LvGPXTrackSelection& selection, const QSize& size, double south, double north,
+                double west, double east, double factor = 1.0)
         : LvGPXTrackRenderer(selection, size, factor)
         , myProjection(LvGeoPositionRect(LvGeoPosition(south, west), LvGeoPosition(north, east)), size)
     {
@@ -114,6 +115,7 @@ private:
 /// What a painter was asked to draw, with the state it had then.
 struct Drawing {
     enum Kind { Path, Lines, Polygon, Ellipse, Rects };
+
     Kind kind;
     QPainterPath path; // in the coordinates before the transformation
     QPointF translation;
@@ -133,11 +135,11 @@ public:
 
     bool end() override { return true; }
 
-    void updateState(const QPaintEngineState& state) override
+    void updateState(const QPaintEngineState& change) override
     {
-        myTranslation = QPointF(state.transform().dx(), state.transform().dy());
-        myPen = state.pen();
-        myBrush = state.brush();
+        myTranslation = QPointF(change.transform().dx(), change.transform().dy());
+        myPen = change.pen();
+        myBrush = change.brush();
     }
 
     void drawPath(const QPainterPath& path) override { add(Drawing::Path, path); }
@@ -175,7 +177,8 @@ public:
         add(Drawing::Rects, path);
     }
 
-    void drawPixmap(const QRectF& /*target*/, const QPixmap& /*pixmap*/, const QRectF& /*source*/) override { }
+    void drawPixmap(const QRectF& /*target*/, const QPixmap& /*pixmap*/, const QRectF& /*source*/) override {
+    }
 
     [[nodiscard]] Type type() const override { return User; }
 
@@ -242,13 +245,21 @@ QColor orange()
     return {255, 145, 0};
 }
 
-LvGPXTrackConfiguration configuration(int shape, int options = strokeOnly, int marker = 1, double width = 10.0,
-                                      double halo = 0.0, const QColor& line = orange(),
+LvGPXTrackConfiguration configuration(int shape, int options = strokeOnly, int marker = 1,
+                                      double width = 10.0, double halo = 0.0, const QColor& line = orange(),
                                       const QColor& fill = Qt::blue, int penStyle = 1, int strength = 100,
                                       int steps = 1)
 {
-    return {line, LvDistance(width), fill, LvDistance(halo), LvGPXTrackDisplayOptions(options),
-            LvGPXMarkerShape(marker), LvGPXTrackShape(shape), LvPenStyle(penStyle), strength, steps};
+    return {line,
+            LvDistance(width),
+            fill,
+            LvDistance(halo),
+            LvGPXTrackDisplayOptions(options),
+            LvGPXMarkerShape(marker),
+            LvGPXTrackShape(shape),
+            LvPenStyle(penStyle),
+            strength,
+            steps};
 }
 
 LvGPXTrackSegment segment(const LvGeoPositionList& positions)
@@ -308,8 +319,8 @@ bool isEmpty(const QImage& image)
     return image == blank(image.size()).convertToFormat(image.format());
 }
 
-/// The tracks over a sheet with a graticule, so that a picture can be read as a map: lines every `step` degrees, the
-/// 180° meridian and its copies in red, the prime meridian in grey.
+/// The tracks over a sheet with a graticule, so that a picture can be read as a map: lines every `step`
+/// degrees, the 180° meridian and its copies in red, the prime meridian in grey.
 QImage onMap(const LvGPXTrackRenderer& renderer, double step = 10.0, Option option = Option::Normal)
 {
     QImage image(renderer.targetImageSize(), QImage::Format_ARGB32_Premultiplied);
@@ -491,8 +502,8 @@ void tst_LvGPXTrackRenderer::solidPen()
     QFETCH(double, factor);
     QFETCH(double, width);
     QFETCH(int, alpha);
-    const LvGPXTrackConfiguration config
-        = configuration(lineShape, strokeOnly, 1, 10.0, 6.5, QColor(1, 2, 3, 100), Qt::blue, Qt::DashLine);
+    const LvGPXTrackConfiguration config =
+        configuration(lineShape, strokeOnly, 1, 10.0, 6.5, QColor(1, 2, 3, 100), Qt::blue, Qt::DashLine);
     const QPen pen = plain(factor).solidPenFromTrack(config, TrackRenderOption(option));
     QCOMPARE(pen.widthF(), width);
     QCOMPARE(pen.color(), QColor(1, 2, 3, alpha));
@@ -504,8 +515,8 @@ void tst_LvGPXTrackRenderer::solidPen()
 
 void tst_LvGPXTrackRenderer::penStyle()
 {
-    const LvGPXTrackConfiguration config
-        = configuration(lineShape, strokeOnly, 1, 10.0, 6.5, QColor(1, 2, 3, 100), Qt::blue, Qt::DashLine);
+    const LvGPXTrackConfiguration config =
+        configuration(lineShape, strokeOnly, 1, 10.0, 6.5, QColor(1, 2, 3, 100), Qt::blue, Qt::DashLine);
     const FlatRenderer renderer = plain();
     QPen expected = renderer.solidPenFromTrack(config, Option::Normal);
     config.penStyle().modifyPen(expected);
@@ -533,13 +544,14 @@ void tst_LvGPXTrackRenderer::brushAndColors()
     QFETCH(int, option);
     QFETCH(int, lineAlpha);
     QFETCH(int, fillAlpha);
-    const LvGPXTrackConfiguration config
-        = configuration(lineShape, strokeOnly, 1, 10.0, 0.0, QColor(1, 2, 3, 0), QColor(4, 5, 6, 180));
+    const LvGPXTrackConfiguration config =
+        configuration(lineShape, strokeOnly, 1, 10.0, 0.0, QColor(1, 2, 3, 0), QColor(4, 5, 6, 180));
     const FlatRenderer renderer = plain();
     const auto renderOption = TrackRenderOption(option);
     QCOMPARE(renderer.lineColor(config, renderOption), QColor(1, 2, 3, lineAlpha));
     QCOMPARE(renderer.fillColor(config, renderOption), QColor(4, 5, 6, fillAlpha));
-    QCOMPARE(renderer.brushFromTrack(config, renderOption), QBrush(QColor(4, 5, 6, fillAlpha), Qt::SolidPattern));
+    QCOMPARE(renderer.brushFromTrack(config, renderOption),
+             QBrush(QColor(4, 5, 6, fillAlpha), Qt::SolidPattern));
     QCOMPARE(LvGPXTrackRenderer::adaptColor(QColor(7, 8, 9, 180), renderOption), QColor(7, 8, 9, fillAlpha));
 }
 
@@ -599,8 +611,8 @@ void tst_LvGPXTrackRenderer::drawPath()
     QFETCH(int, option);
     QFETCH(int, displayOptions);
     QFETCH(bool, drawn);
-    const LvGPXTrackConfiguration config
-        = configuration(lineShape, displayOptions, 1, 10.0, 4.0, orange(), Qt::blue, Qt::DotLine);
+    const LvGPXTrackConfiguration config =
+        configuration(lineShape, displayOptions, 1, 10.0, 4.0, orange(), Qt::blue, Qt::DotLine);
     const FlatRenderer renderer = plain();
     QPainterPath path(QPointF(10, 10));
     path.lineTo(90, 10);
@@ -640,8 +652,8 @@ void tst_LvGPXTrackRenderer::drawPolygonPath()
     QFETCH(int, option);
     QFETCH(int, displayOptions);
     QFETCH(QString, drawn);
-    const LvGPXTrackConfiguration config = configuration(areaShape, displayOptions, arrowMarker, 10.0, 4.0, orange(),
-                                                         QColor(0, 0, 255, 128), Qt::DotLine);
+    const LvGPXTrackConfiguration config = configuration(areaShape, displayOptions, arrowMarker, 10.0, 4.0,
+                                                         orange(), QColor(0, 0, 255, 128), Qt::DotLine);
     const FlatRenderer renderer = plain();
     QPainterPath path(QPointF(10, 10));
     path.lineTo(90, 10);
@@ -691,8 +703,8 @@ void tst_LvGPXTrackRenderer::drawLinePath()
     QFETCH(int, marker);
     QFETCH(int, paths);
     QFETCH(int, barbs);
-    const LvGPXTrackConfiguration config
-        = configuration(lineShape, displayOptions, marker, 10.0, 4.0, orange(), Qt::blue, Qt::DotLine);
+    const LvGPXTrackConfiguration config =
+        configuration(lineShape, displayOptions, marker, 10.0, 4.0, orange(), Qt::blue, Qt::DotLine);
     const FlatRenderer renderer = plain();
     QPainterPath path(QPointF(10, 10));
     path.lineTo(90, 10);
@@ -738,8 +750,8 @@ void tst_LvGPXTrackRenderer::arrowHead()
     const QPointF tip = start + end;
     QPainterPath path(start);
     path.lineTo(tip);
-    const LvGPXTrackConfiguration config
-        = configuration(lineShape, strokeOnly, arrowMarker, 10.0, 4.0, orange(), Qt::blue, Qt::DotLine);
+    const LvGPXTrackConfiguration config =
+        configuration(lineShape, strokeOnly, arrowMarker, 10.0, 4.0, orange(), Qt::blue, Qt::DotLine);
     Recorder recorder;
     QPainter painter(&recorder);
     const FlatRenderer renderer = plain(factor);
@@ -829,7 +841,8 @@ void tst_LvGPXTrackRenderer::dateLineCrossing()
     QFETCH(double, from);
     QFETCH(double, to);
     QFETCH(int, crossing);
-    QCOMPARE(LvGPXTrackRenderer::checkDateLineCrossing(LvGeoPosition(10, from), LvGeoPosition(-20, to)), crossing);
+    QCOMPARE(LvGPXTrackRenderer::checkDateLineCrossing(LvGeoPosition(10, from), LvGeoPosition(-20, to)),
+             crossing);
 }
 
 void tst_LvGPXTrackRenderer::dateLineCrossings()
@@ -888,11 +901,12 @@ void tst_LvGPXTrackRenderer::thinning_data()
     QTest::addColumn<QList<QPointF>>("path");
     QTest::newRow("one point") << LvGeoPositionList{{-1, 1}} << 1.0 << QList<QPointF>();
     QTest::newRow("no point") << LvGeoPositionList{} << 1.0 << QList<QPointF>();
-    QTest::newRow("on the threshold") << LvGeoPositionList{{0, 1}, {-2, 3}, {0, 5}} << 1.0 << QList<QPointF>();
-    QTest::newRow("over the threshold") << LvGeoPositionList{{0, 1}, {-2, 3.5}} << 1.0
-                                        << QList<QPointF>({{1, 0}, {3.5, 2}});
-    QTest::newRow("both directions count") << LvGeoPositionList{{0, 1}, {2.5, -1}} << 1.0
-                                           << QList<QPointF>({{1, 0}, {-1, -2.5}});
+    QTest::newRow("on the threshold")
+        << LvGeoPositionList{{0, 1}, {-2, 3}, {0, 5}} << 1.0 << QList<QPointF>();
+    QTest::newRow("over the threshold")
+        << LvGeoPositionList{{0, 1}, {-2, 3.5}} << 1.0 << QList<QPointF>({{1, 0}, {3.5, 2}});
+    QTest::newRow("both directions count")
+        << LvGeoPositionList{{0, 1}, {2.5, -1}} << 1.0 << QList<QPointF>({{1, 0}, {-1, -2.5}});
     QTest::newRow("measured from the last appended point")
         << LvGeoPositionList{{0, 1}, {0, 4}, {0, 7}, {0, 10}, {0, 13}} << 1.0
         << QList<QPointF>({{1, 0}, {7, 0}, {13, 0}});
@@ -900,7 +914,8 @@ void tst_LvGPXTrackRenderer::thinning_data()
         << LvGeoPositionList{{0, 1}, {0, 11}, {-1, 12}} << 1.0 << QList<QPointF>({{1, 0}, {11, 0}, {12, 1}});
     QTest::newRow("threshold grows with the factor")
         << LvGeoPositionList{{0, 1}, {0, 8}, {0, 14}} << 2.0 << QList<QPointF>({{1, 0}, {14, 0}});
-    QTest::newRow("back to the start") << LvGeoPositionList{{0, 1}, {0, 3}, {0, 1}} << 1.0 << QList<QPointF>();
+    QTest::newRow("back to the start")
+        << LvGeoPositionList{{0, 1}, {0, 3}, {0, 1}} << 1.0 << QList<QPointF>();
 }
 
 void tst_LvGPXTrackRenderer::thinning()
@@ -943,7 +958,8 @@ void tst_LvGPXTrackRenderer::pathOverDateLine_data()
     QTest::newRow("there and back") << QList<LvGeoPositionList>{{{0, 170}, {0, -170}, {0, 160}}}
                                     << QList<double>{170, 190, 160};
     QTest::newRow("across the border of segments")
-        << QList<LvGeoPositionList>{{{0, 160}, {0, 170}}, {{0, -170}, {0, -160}}} << QList<double>{160, 170, 190, 200};
+        << QList<LvGeoPositionList>{{{0, 160}, {0, 170}}, {{0, -170}, {0, -160}}}
+        << QList<double>{160, 170, 190, 200};
     QTest::newRow("westwards across the border")
         << QList<LvGeoPositionList>{{{0, -160}, {0, -170}}, {{0, 170}, {0, 160}}}
         << QList<double>{-160, -170, -190, -200};
@@ -973,7 +989,8 @@ void tst_LvGPXTrackRenderer::smoothing_data()
     QTest::addColumn<int>("steps");
     QTest::addColumn<QList<QPointF>>("path");
     QTest::newRow("100: as projected") << 100 << 1 << QList<QPointF>({{0, 0}, {50, 40}, {100, 0}});
-    QTest::newRow("50: half way to the straight line") << 50 << 1 << QList<QPointF>({{0, 0}, {50, 20}, {100, 0}});
+    QTest::newRow("50: half way to the straight line")
+        << 50 << 1 << QList<QPointF>({{0, 0}, {50, 20}, {100, 0}});
     QTest::newRow("0: the straight line") << 0 << 1 << QList<QPointF>({{0, 0}, {50, 0}, {100, 0}});
     QTest::newRow("200: away from the straight line")
         << 200 << 1 << QList<QPointF>({{0, 0}, {50, 80}, {100, 0}});
@@ -1012,8 +1029,8 @@ void tst_LvGPXTrackRenderer::configuredPath()
     QFETCH(LvGeoPositionList, positions);
     QFETCH(int, shape);
     QFETCH(bool, closed);
-    const QPainterPath path
-        = plain().createPainterPath(LvGPXConfiguredTrack(track(positions), configuration(shape)));
+    const QPainterPath path =
+        plain().createPainterPath(LvGPXConfiguredTrack(track(positions), configuration(shape)));
     QCOMPARE(path.elementCount(), static_cast<int>(positions.size()) + (closed ? 1 : 0));
     if (closed) {
         QCOMPARE(corners(path).last(), corners(path).first());
@@ -1042,9 +1059,9 @@ void tst_LvGPXTrackRenderer::worldOffset()
     QCOMPARE(plain().aroundTheWorldOffset(), QPointF(360, 0));
     const FlatRenderer scaled(LvGPXTrackSelection(), QSize(10, 10), 3.0, 2.5, QPointF(7, 7));
     QCOMPARE(scaled.aroundTheWorldOffset(), QPointF(900, 0));
-    const FunctionRenderer turned(LvGPXTrackSelection(), QSize(10, 10), [](double latitude, double longitude) {
-        return QPointF(longitude + latitude, 2.0 * longitude);
-    });
+    const FunctionRenderer turned(
+        LvGPXTrackSelection(), QSize(10, 10),
+        [](double latitude, double longitude) { return QPointF(longitude + latitude, 2.0 * longitude); });
     QCOMPARE(turned.aroundTheWorldOffset(), QPointF(360, 720));
 }
 
@@ -1062,7 +1079,7 @@ void tst_LvGPXTrackRenderer::visibleShifts_data()
     QTest::newRow("world narrower than a pixel") << 100 << 0.9 << 0 << 0;
     QTest::newRow("world without width") << 100 << 0.0 << 0 << 0;
     QTest::newRow("wider than the integers") << 100 << 1e12 << -1 << 1;
-    QTest::newRow("no number") << 100 << nan << 0 << 0;
+    QTest::newRow("no number") << 100 << notANumber << 0 << 0;
     QTest::newRow("infinite") << 100 << infinity << 0 << 0;
 }
 
@@ -1072,9 +1089,10 @@ void tst_LvGPXTrackRenderer::visibleShifts()
     QFETCH(double, worldWidth);
     QFETCH(int, first);
     QFETCH(int, last);
-    const FunctionRenderer renderer(
-        LvGPXTrackSelection(), QSize(10, 10),
-        [worldWidth](double latitude, double longitude) { return QPointF(longitude / 360.0 * worldWidth, latitude); });
+    const FunctionRenderer renderer(LvGPXTrackSelection(), QSize(10, 10),
+                                    [worldWidth](double latitude, double longitude) {
+                                        return QPointF(longitude / 360.0 * worldWidth, latitude);
+                                    });
     Recorder recorder(deviceWidth);
     QPainter painter(&recorder);
     const LvIntRange shifts = renderer.visibleShifts(&painter);
@@ -1084,10 +1102,10 @@ void tst_LvGPXTrackRenderer::visibleShifts()
 
 void tst_LvGPXTrackRenderer::repetition()
 {
-    const LvGPXTrackSelection selection
-        = select({{track({{0, 0}, {0, 50}}), configuration(lineShape, strokeOnly, arrowMarker)},
-                  {track({{0, 0}, {0, 50}, {-9, 50}}), configuration(areaShape, strokeAndFill)},
-                  {LvGPXTrackPoint(LvGeoPosition(1, 2), 0, QDateTime(), QString()), configuration(pointShape)}});
+    const LvGPXTrackSelection selection = select(
+        {{track({{0, 0}, {0, 50}}), configuration(lineShape, strokeOnly, arrowMarker)},
+         {track({{0, 0}, {0, 50}, {-9, 50}}), configuration(areaShape, strokeAndFill)},
+         {LvGPXTrackPoint(LvGeoPosition(1, 2), 0, QDateTime(), QString()), configuration(pointShape)}});
     Recorder recorder(800);
     QPainter painter(&recorder);
     FlatRenderer(selection, QSize(10, 10)).renderWith(painter, Option::Normal);
@@ -1126,7 +1144,8 @@ void tst_LvGPXTrackRenderer::drawPoint()
     QFETCH(bool, area);
     const LvGPXTrackConfiguration config = configuration(pointShape, displayOptions, 1, 10.0, 4.0, orange(),
                                                          QColor(0, 0, 255, 128), Qt::DotLine);
-    const LvGPXConfiguredTrack point(LvGPXTrackPoint(LvGeoPosition(-20, 30), 0, QDateTime(), QString()), config);
+    const LvGPXConfiguredTrack point(LvGPXTrackPoint(LvGeoPosition(-20, 30), 0, QDateTime(), QString()),
+                                     config);
     const FlatRenderer renderer = plain(2.0);
     Recorder recorder;
     QPainter painter(&recorder);
@@ -1138,7 +1157,8 @@ void tst_LvGPXTrackRenderer::drawPoint()
         QCOMPARE(drawing.kind, Drawing::Ellipse);
         QCOMPARE(drawing.path.boundingRect(), QRectF(10, 0, 40, 40)); // radius: line width times the factor
         QCOMPARE(drawing.pen,
-                 outline ? renderer.penFromTrack(config, TrackRenderOption(option)) : QPen(QColor(Qt::transparent)));
+                 outline ? renderer.penFromTrack(config, TrackRenderOption(option))
+                         : QPen(QColor(Qt::transparent)));
         QCOMPARE(drawing.brush,
                  area ? renderer.brushFromTrack(config, TrackRenderOption(option))
                       : QBrush(Qt::transparent, Qt::SolidPattern));
@@ -1156,10 +1176,10 @@ void tst_LvGPXTrackRenderer::drawPointPlaces_data()
     QTest::newRow("latitude at -360") << LvGeoPositionList{{-360, 30}} << QList<QPointF>({{30, 360}});
     QTest::newRow("longitude below -360") << LvGeoPositionList{{20, -360.5}} << QList<QPointF>();
     QTest::newRow("unset position") << LvGeoPositionList{LvGeoPosition()} << QList<QPointF>();
-    QTest::newRow("line as point: its middle") << LvGeoPositionList{{-10, 10}, {-20, 30}, {-30, 90}}
-                                               << QList<QPointF>({{30, 20}});
-    QTest::newRow("ring as point: its centre") << LvGeoPositionList{{-10, 10}, {-10, 50}, {-30, 50}, {-10, 10}}
-                                               << QList<QPointF>({{30, 20}});
+    QTest::newRow("line as point: its middle")
+        << LvGeoPositionList{{-10, 10}, {-20, 30}, {-30, 90}} << QList<QPointF>({{30, 20}});
+    QTest::newRow("ring as point: its centre")
+        << LvGeoPositionList{{-10, 10}, {-10, 50}, {-30, 50}, {-10, 10}} << QList<QPointF>({{30, 20}});
 }
 
 void tst_LvGPXTrackRenderer::drawPointPlaces()
@@ -1197,9 +1217,10 @@ void tst_LvGPXTrackRenderer::drawPointMarkers_data()
 void tst_LvGPXTrackRenderer::drawPointMarkers()
 {
     QFETCH(int, marker);
-    const LvGPXTrackConfiguration config
-        = configuration(pointShape, strokeAndFill, marker, 15.0, 5.0, orange(), QColor(0, 0, 255, 128));
-    const LvGPXConfiguredTrack point(LvGPXTrackPoint(LvGeoPosition(-50, 50), 0, QDateTime(), QString()), config);
+    const LvGPXTrackConfiguration config =
+        configuration(pointShape, strokeAndFill, marker, 15.0, 5.0, orange(), QColor(0, 0, 255, 128));
+    const LvGPXConfiguredTrack point(LvGPXTrackPoint(LvGeoPosition(-50, 50), 0, QDateTime(), QString()),
+                                     config);
     const FlatRenderer renderer = plain();
     QImage image = blank();
     QPainter painter(&image);
@@ -1263,7 +1284,8 @@ void tst_LvGPXTrackRenderer::shapes()
 {
     QFETCH(int, shape);
     QFETCH(QString, drawnBy);
-    const LvGPXConfiguredTrack drawn(track({{-20, 30}, {-21, 80}, {-50, 80}}), configuration(shape, strokeAndFill));
+    const LvGPXConfiguredTrack drawn(track({{-20, 30}, {-21, 80}, {-50, 80}}),
+                                     configuration(shape, strokeAndFill));
     const auto record = [](const std::function<void(QPainter&)>& draw) {
         Recorder recorder;
         QPainter painter(&recorder);
@@ -1290,7 +1312,8 @@ void tst_LvGPXTrackRenderer::shapes()
         }
     });
     QVERIFY(!expected.isEmpty());
-    QCOMPARE(record([&](QPainter& painter) { renderer.drawTrack(&painter, drawn, Option::Normal); }), expected);
+    QCOMPARE(record([&](QPainter& painter) { renderer.drawTrack(&painter, drawn, Option::Normal); }),
+             expected);
     QCOMPARE(record([&](QPainter& painter) { renderer.renderWith(painter, Option::Normal); }), expected);
 }
 
@@ -1307,9 +1330,9 @@ void tst_LvGPXTrackRenderer::laterTracksOnTop()
 
 void tst_LvGPXTrackRenderer::imageFormats()
 {
-    const LvGPXTrackSelection selection
-        = select({{track({{-10, 10}, {-93, 91}}),
-                   configuration(lineShape, strokeOnly, 1, 3.0, 0.0, QColor(255, 0, 0, 180))}});
+    const LvGPXTrackSelection selection =
+        select({{track({{-10, 10}, {-93, 91}}),
+                 configuration(lineShape, strokeOnly, 1, 3.0, 0.0, QColor(255, 0, 0, 180))}});
     const FlatRenderer renderer(selection, QSize(100, 120));
     const auto paint = [&renderer](bool antialiasing) {
         QImage image = blank(QSize(100, 120));
@@ -1358,8 +1381,8 @@ void tst_LvGPXTrackRenderer::emptyImages()
 
 void tst_LvGPXTrackRenderer::foreground()
 {
-    const LvGPXTrackSelection selection = select({{track({{-50, 10}, {-50, 90}}),
-                                                   configuration(lineShape, 0, 1, 4.0, 16.0, QColor(9, 8, 7, 60))}});
+    const LvGPXTrackSelection selection = select(
+        {{track({{-50, 10}, {-50, 90}}), configuration(lineShape, 0, 1, 4.0, 16.0, QColor(9, 8, 7, 60))}});
     const FlatRenderer renderer(selection, QSize(100, 100));
     QVERIFY(isEmpty(renderer.render(Option::Normal)));
     const QImage image = renderer.renderForeground();
@@ -1387,15 +1410,16 @@ void tst_LvGPXTrackRenderer::optionsOnImages()
     QFETCH(int, lineAlpha);
     QFETCH(int, haloAlpha);
     QFETCH(int, gapAlpha);
-    // Dots of one pen width two apart, with round caps half a width over each end.
-    const LvGPXTrackSelection selection
-        = select({{track({{-50, 10}, {-50, 190}}),
-                   configuration(lineShape, strokeOnly, 1, 8.0, 12.0, QColor(255, 0, 0, 100), Qt::blue, Qt::DashLine)}});
+    // The dashes go from 10 to 42 and from 58 to 90, their round caps 4 pixels farther.
+    const LvGPXTrackSelection selection =
+        select({{track({{-50, 10}, {-50, 170}}),
+                 configuration(lineShape, strokeOnly, 1, 8.0, 12.0, QColor(255, 0, 0, 100), Qt::blue,
+                               Qt::DashLine)}});
     const QImage image = FlatRenderer(selection, QSize(200, 100)).render(TrackRenderOption(option));
     QCOMPARE(image.pixelColor(20, 50).alpha(), lineAlpha);
     QCOMPARE(image.pixelColor(20, 42).alpha(), haloAlpha);
-    QCOMPARE(image.pixelColor(10 + 5 * 8, 50).alpha(), lineAlpha == 255 ? 255 : 100); // dash from 40 to 72 pixels
-    QCOMPARE(image.pixelColor(10 + 36 - 0, 47).alpha(), gapAlpha); // in the middle of the first gap, 32 to 48 pixels
+    QCOMPARE(image.pixelColor(70, 50).alpha(), lineAlpha);
+    QCOMPARE(image.pixelColor(50, 50).alpha(), gapAlpha);
 }
 
 void tst_LvGPXTrackRenderer::leavingOutCopies_data()
@@ -1435,12 +1459,13 @@ void tst_LvGPXTrackRenderer::leavingOutCopies()
                 lon = std::remainder(lon + longitude(generator) / 4.0, 360.0);
             }
             const int style = 1 + dice(generator) % 5;
-            tracks.append({track(positions),
-                           configuration(shapeValues.at(dice(generator) % 4), dice(generator) % 4,
-                                         markers.at(dice(generator) % markers.size()), 1.0 + dice(generator) % 20,
-                                         dice(generator) % 9, QColor(200, 30, 30, 40 + dice(generator) % 216),
-                                         QColor(30, 30, 200, 40 + dice(generator) % 216), style,
-                                         dice(generator) % 2 == 0 ? 100 : 40, 1)});
+            tracks.append(
+                {track(positions),
+                 configuration(shapeValues.at(dice(generator) % 4), dice(generator) % 4,
+                               markers.at(dice(generator) % markers.size()), 1.0 + dice(generator) % 20,
+                               dice(generator) % 9, QColor(200, 30, 30, 40 + dice(generator) % 216),
+                               QColor(30, 30, 200, 40 + dice(generator) % 216), style,
+                               dice(generator) % 2 == 0 ? 100 : 40, 1)});
         }
         const QPointF origin(longitude(generator) * pixelsPerDegree + size.width() / 2.0,
                              latitude(generator) * pixelsPerDegree + size.height() / 2.0);
@@ -1470,7 +1495,8 @@ void tst_LvGPXTrackRenderer::cropOpaque()
     QCOMPARE(unchanged.format(), QImage::Format_RGB16);
     // Without tracks there is nothing to crop to, whatever is stored.
     QCOMPARE(FlatRenderer(select({}, 0), QSize(30, 20)).crop(background).cacheKey(), background.cacheKey());
-    QCOMPARE(FlatRenderer(select({line}, 254), QSize(30, 20)).crop(background).format(), QImage::Format_ARGB32);
+    QCOMPARE(FlatRenderer(select({line}, 254), QSize(30, 20)).crop(background).format(),
+             QImage::Format_ARGB32);
 }
 
 void tst_LvGPXTrackRenderer::cropTable_data()
@@ -1487,7 +1513,8 @@ void tst_LvGPXTrackRenderer::cropTable()
 {
     QFETCH(int, opacity);
     // A gentle slope gives covers of all kinds; colours below a transparent pixel must survive.
-    const LvGPXConfiguredTrack line(track({{-100, 10}, {-20, 290}}), configuration(lineShape, 0, 1, 30.0, 10.0));
+    const LvGPXConfiguredTrack line(track({{-100, 10}, {-20, 290}}),
+                                    configuration(lineShape, 0, 1, 30.0, 10.0));
     const QSize size(300, 120);
     const FlatRenderer renderer(select({line}, opacity), size);
     const QImage mask = renderer.render(Option::Foreground);
@@ -1516,7 +1543,8 @@ void tst_LvGPXTrackRenderer::cropTable()
 
 void tst_LvGPXTrackRenderer::cropEffect()
 {
-    const LvGPXConfiguredTrack line(track({{-50, 10}, {-50, 90}}), configuration(lineShape, 0, 1, 10.0, 10.0));
+    const LvGPXConfiguredTrack line(track({{-50, 10}, {-50, 90}}),
+                                    configuration(lineShape, 0, 1, 10.0, 10.0));
     QImage background(100, 100, QImage::Format_RGB32);
     background.fill(QColor(10, 20, 30));
     const QImage hidden = FlatRenderer(select({line}, 0), QSize(100, 100)).crop(background);
@@ -1600,7 +1628,7 @@ void tst_LvGPXTrackRenderer::emptyTracks()
 void tst_LvGPXTrackRenderer::hostileProjection_data()
 {
     QTest::addColumn<double>("hostile");
-    QTest::newRow("no number") << nan;
+    QTest::newRow("no number") << notANumber;
     QTest::newRow("infinite") << infinity;
     QTest::newRow("minus infinity") << -infinity;
     QTest::newRow("1e300") << 1e300;
@@ -1615,8 +1643,8 @@ void tst_LvGPXTrackRenderer::hostileProjection()
     QList<LvGPXConfiguredTrack> tracks;
     for (const int shape : {pointShape, lineShape, areaShape}) {
         for (const int strength : {100, 50}) {
-            const LvGPXTrackConfiguration config = configuration(shape, strokeAndFill, arrowMarker | 1, 10.0, 0.0,
-                                                                 orange(), Qt::blue, Qt::DashLine, strength);
+            const LvGPXTrackConfiguration config = configuration(
+                shape, strokeAndFill, arrowMarker | 1, 10.0, 0.0, orange(), Qt::blue, Qt::DashLine, strength);
             tracks.append({track({{-10, 10}, {-50, 50}, {-50, 170}, {-50, -170}, {-90, 90}}), config});
             tracks.append({LvGPXTrackPoint(LvGeoPosition(-50, 50), 0, QDateTime(), QString()), config});
         }
@@ -1663,7 +1691,8 @@ void tst_LvGPXTrackRenderer::hostileProjection()
     }
 }
 
-namespace {
+namespace
+{
 
 /// Long enough to be cut into blocks, over the date line several times.
 LvGPXTrackSelection longSelection(int croppingOpacity = 255)
@@ -1673,9 +1702,10 @@ LvGPXTrackSelection longSelection(int croppingOpacity = 255)
         positions.append(
             LvGeoPosition(40.0 * std::sin(i / 300.0) - 45.0, std::remainder(150.0 + i / 25.0, 360.0)));
     }
-    return select({{track(positions), configuration(lineShape, strokeAndFill, arrowMarker, 3.0, 3.0)},
-                   {track(positions), configuration(areaShape, fillOnly, 1, 3.0, 3.0, Qt::red, QColor(0, 0, 255, 60))}},
-                  croppingOpacity);
+    return select(
+        {{track(positions), configuration(lineShape, strokeAndFill, arrowMarker, 3.0, 3.0)},
+         {track(positions), configuration(areaShape, fillOnly, 1, 3.0, 3.0, Qt::red, QColor(0, 0, 255, 60))}},
+        croppingOpacity);
 }
 
 } // namespace
@@ -1707,22 +1737,24 @@ void tst_LvGPXTrackRenderer::parallelProjection()
     // Two projections that wait for each other end only if they run at once.
     std::atomic<int> inside = 0;
     std::atomic<bool> met = false;
-    const FunctionRenderer renderer(LvGPXTrackSelection(), QSize(10, 10), [&](double latitude, double longitude) {
-        if (!met) {
-            ++inside;
-            for (int i = 0; i < 2000 && !met; ++i) {
-                if (inside > 1) {
-                    met = true;
-                }
-                QThread::usleep(100);
-            }
-            --inside;
-        }
-        return QPointF(longitude, -latitude);
-    });
+    const FunctionRenderer renderer(LvGPXTrackSelection(), QSize(10, 10),
+                                    [&](double latitude, double longitude) {
+                                        if (!met) {
+                                            ++inside;
+                                            for (int i = 0; i < 2000 && !met; ++i) {
+                                                if (inside > 1) {
+                                                    met = true;
+                                                }
+                                                QThread::usleep(100);
+                                            }
+                                            --inside;
+                                        }
+                                        return QPointF(longitude, -latitude);
+                                    });
     const QList<LvGeoPositionList> lists{{{1, 2}}, {{3, 4}}, {{5, 6}}};
     QList<QPointF> points(3);
-    renderer.projectPointsPP(lists, {LvIntRange(0, 0), LvIntRange(1, 1), LvIntRange(2, 2)}, {0, 1, 2}, points.data());
+    renderer.projectPointsPP(lists, {LvIntRange(0, 0), LvIntRange(1, 1), LvIntRange(2, 2)}, {0, 1, 2},
+                             points.data());
     QVERIFY(met);
     QCOMPARE(points, QList<QPointF>({{2, -1}, {4, -3}, {6, -5}}));
 }
@@ -1734,12 +1766,12 @@ void tst_LvGPXTrackRenderer::sequentialProjection()
     LvConcurrent::maxRunningThreads = 0;
     std::mutex mutex;
     QSet<Qt::HANDLE> threads;
-    const FunctionRenderer renderer(
-        longSelection(70), QSize(500, 100), [&mutex, &threads](double latitude, double longitude) {
-            const std::scoped_lock lock(mutex);
-            threads.insert(QThread::currentThreadId());
-            return QPointF(longitude, -latitude);
-        });
+    const FunctionRenderer renderer(longSelection(70), QSize(500, 100),
+                                    [&mutex, &threads](double latitude, double longitude) {
+                                        const std::scoped_lock lock(mutex);
+                                        threads.insert(QThread::currentThreadId());
+                                        return QPointF(longitude, -latitude);
+                                    });
     Qt::HANDLE worker = nullptr;
     QImage image;
     QScopedPointer<QThread> thread(QThread::create([&] {
@@ -1757,8 +1789,7 @@ void tst_LvGPXTrackRenderer::sequentialProjection()
 void tst_LvGPXTrackRenderer::goldenMarkers_data()
 {
     QTest::addColumn<int>("marker");
-    for (const char* key :
-         {"disk", "circle", "x", "block", "rect", "rhombus", "star6", "star9", "star12"}) {
+    for (const char* key : {"disk", "circle", "x", "block", "rect", "rhombus", "star6", "star9", "star12"}) {
         QTest::addRow("%s", key) << static_cast<int>(LvGPXMarkerShape(QString::fromLatin1(key)).value());
     }
 }
@@ -1781,7 +1812,8 @@ void tst_LvGPXTrackRenderer::goldenMarkers()
     mark(47.2, 11.3, strokeAndFill, 8.0);
     const MapRenderer renderer(select(tracks), QSize(360, 160), 46.9, 47.9, 7.6, 11.8);
     QVERIFY(LvTest::matchesGolden(onMap(renderer, 0.5),
-                                  QStringLiteral("track-marker-") + QString::fromLatin1(QTest::currentDataTag())));
+                                  QStringLiteral("track-marker-")
+                                      + QString::fromLatin1(QTest::currentDataTag())));
 }
 
 void tst_LvGPXTrackRenderer::goldenStyles_data()
@@ -1789,11 +1821,12 @@ void tst_LvGPXTrackRenderer::goldenStyles_data()
     QTest::addColumn<QList<LvGPXConfiguredTrack>>("tracks");
     QTest::addColumn<int>("option");
     const LvGeoPositionList way{{47.1, 8.0}, {47.6, 8.6}, {47.2, 9.4}, {47.65, 10.2}, {47.4, 11.2}};
-    const LvGeoPositionList ring{{47.1, 8.2}, {47.65, 8.5}, {47.7, 10.9}, {47.3, 11.3}, {47.05, 10.0}, {47.1, 8.2}};
+    const LvGeoPositionList ring{{47.1, 8.2},  {47.65, 8.5},  {47.7, 10.9},
+                                 {47.3, 11.3}, {47.05, 10.0}, {47.1, 8.2}};
     const QColor line(30, 90, 200, 180);
     const QColor fill(250, 160, 0, 120);
-    const auto styled = [&](const LvGPXTrack& drawn, int shape, int options, int marker, double width, double halo,
-                            int penStyle) {
+    const auto styled = [&](const LvGPXTrack& drawn, int shape, int options, int marker, double width,
+                            double halo, int penStyle) {
         return QList<LvGPXConfiguredTrack>{
             {drawn, configuration(shape, options, marker, width, halo, line, fill, penStyle)}};
     };
@@ -1801,13 +1834,15 @@ void tst_LvGPXTrackRenderer::goldenStyles_data()
     QTest::newRow("line-dashed") << styled(track(way), lineShape, strokeOnly, 0, 6, 0, Qt::DashLine) << 0;
     QTest::newRow("line-dotted") << styled(track(way), lineShape, strokeOnly, 0, 6, 0, Qt::DotLine) << 0;
     QTest::newRow("line-arrow") << styled(track(way), lineShape, strokeOnly, arrowMarker, 6, 0, 1) << 0;
-    QTest::newRow("line-arrow-dashed") << styled(track(way), lineShape, strokeOnly, arrowMarker, 5, 0, Qt::DashLine)
-                                       << 0;
-    QTest::newRow("line-foreground") << styled(track(way), lineShape, strokeOnly, 0, 6, 14, Qt::DashLine) << 1;
+    QTest::newRow("line-arrow-dashed")
+        << styled(track(way), lineShape, strokeOnly, arrowMarker, 5, 0, Qt::DashLine) << 0;
+    QTest::newRow("line-foreground") << styled(track(way), lineShape, strokeOnly, 0, 6, 14, Qt::DashLine)
+                                     << 1;
     QTest::newRow("area-outline") << styled(track(ring), areaShape, strokeOnly, 0, 6, 0, 1) << 0;
     QTest::newRow("area-fill") << styled(track(ring), areaShape, fillOnly, 0, 6, 0, 1) << 0;
     QTest::newRow("area-both") << styled(track(ring), areaShape, strokeAndFill, 0, 6, 0, 1) << 0;
-    QTest::newRow("area-dashed") << styled(track(ring), areaShape, strokeAndFill, 0, 4, 0, Qt::DashDotLine) << 0;
+    QTest::newRow("area-dashed") << styled(track(ring), areaShape, strokeAndFill, 0, 4, 0, Qt::DashDotLine)
+                                 << 0;
     QTest::newRow("line-as-area") << styled(track(way), areaShape, strokeAndFill, 0, 6, 0, 1) << 0;
     QTest::newRow("line-as-point") << styled(track(way), pointShape, strokeAndFill, 128, 14, 0, 1) << 0;
 
@@ -1836,16 +1871,17 @@ void tst_LvGPXTrackRenderer::goldenDateLine_data()
 {
     QTest::addColumn<QList<LvGeoPositionList>>("segments");
     QTest::addColumn<int>("shape");
-    QTest::newRow("east") << QList<LvGeoPositionList>{{{35, 140}, {45, 165}, {48, -170}, {40, -140}, {37, -122}}}
-                          << lineShape;
-    QTest::newRow("west") << QList<LvGeoPositionList>{{{37, -122}, {40, -140}, {48, -170}, {45, 165}, {35, 140}}}
-                          << lineShape;
-    QTest::newRow("segments") << QList<LvGeoPositionList>{{{-10, 150}, {-15, 176}}, {{-17, -178}, {-14, -171}},
-                                                          {{-21, -175}, {-18, 178}, {-22, 166}}}
+    QTest::newRow("east")
+        << QList<LvGeoPositionList>{{{35, 140}, {45, 165}, {48, -170}, {40, -140}, {37, -122}}} << lineShape;
+    QTest::newRow("west")
+        << QList<LvGeoPositionList>{{{37, -122}, {40, -140}, {48, -170}, {45, 165}, {35, 140}}} << lineShape;
+    QTest::newRow("segments") << QList<LvGeoPositionList>{{{-10, 135}, {-20, 172}},
+                                                          {{-25, -172}, {0, -150}},
+                                                          {{15, -165}, {0, 170}, {20, 140}}}
                               << lineShape;
-    QTest::newRow("area") << QList<LvGeoPositionList>{{{10, 160}, {30, 170}, {25, -165}, {0, -150}, {-15, -175},
-                                                       {10, 160}}}
-                          << areaShape;
+    QTest::newRow("area")
+        << QList<LvGeoPositionList>{{{10, 160}, {30, 170}, {25, -165}, {0, -150}, {-15, -175}, {10, 160}}}
+        << areaShape;
 }
 
 void tst_LvGPXTrackRenderer::goldenDateLine()
@@ -1856,23 +1892,23 @@ void tst_LvGPXTrackRenderer::goldenDateLine()
                                      configuration(shape, strokeAndFill, arrowMarker, 5.0, 0.0,
                                                    QColor(30, 90, 200, 180), QColor(250, 160, 0, 120)));
     const MapRenderer pacific(select({drawn}), QSize(400, 220), -30, 55, 120, -100);
-    QVERIFY(LvTest::matchesGolden(onMap(pacific),
-                                  QStringLiteral("track-date-line-") + QString::fromLatin1(QTest::currentDataTag())));
+    QVERIFY(LvTest::matchesGolden(
+        onMap(pacific), QStringLiteral("track-date-line-") + QString::fromLatin1(QTest::currentDataTag())));
     const MapRenderer world(select({drawn}), QSize(400, 220), -60, 70, -180, 180);
-    QVERIFY(LvTest::matchesGolden(onMap(world, 30),
-                                  QStringLiteral("track-world-") + QString::fromLatin1(QTest::currentDataTag())));
+    QVERIFY(LvTest::matchesGolden(
+        onMap(world, 30), QStringLiteral("track-world-") + QString::fromLatin1(QTest::currentDataTag())));
 }
 
 void tst_LvGPXTrackRenderer::goldenWorldCopies()
 {
     const QColor blue(30, 90, 200, 180);
-    const LvGPXTrackSelection selection = select(
-        {{track({{35, 140}, {45, 165}, {48, -170}, {40, -140}, {37, -122}}),
-          configuration(lineShape, strokeOnly, arrowMarker, 3.0, 0.0, blue)},
-         {track({{37, 10}, {20, 32}, {-35, 20}, {5, -8}, {37, 10}}),
-          configuration(areaShape, strokeAndFill, 0, 2.0, 0.0, blue, QColor(250, 160, 0, 120))},
-         {LvGPXTrackPoint(LvGeoPosition(-34.6, -58.4), 0, QDateTime(), QString()),
-          configuration(pointShape, strokeAndFill, 256, 8.0, 0.0, Qt::red, Qt::yellow)}});
+    const LvGPXTrackSelection selection =
+        select({{track({{35, 140}, {45, 165}, {48, -170}, {40, -140}, {37, -122}}),
+                 configuration(lineShape, strokeOnly, arrowMarker, 3.0, 0.0, blue)},
+                {track({{37, 10}, {20, 32}, {-35, 20}, {5, -8}, {37, 10}}),
+                 configuration(areaShape, strokeAndFill, 0, 2.0, 0.0, blue, QColor(250, 160, 0, 120))},
+                {LvGPXTrackPoint(LvGeoPosition(-34.6, -58.4), 0, QDateTime(), QString()),
+                 configuration(pointShape, strokeAndFill, 256, 8.0, 0.0, Qt::red, Qt::yellow)}});
     // Three worlds and a half beside each other.
     const FlatRenderer renderer(selection, QSize(700, 110), 1.0, 200.0 / 360.0, QPointF(350, 55));
     QVERIFY(LvTest::matchesGolden(onMap(renderer, 30), QStringLiteral("track-world-copies")));
@@ -1889,34 +1925,36 @@ void tst_LvGPXTrackRenderer::goldenCropping()
 {
     QFETCH(int, opacity);
     const QColor blue(30, 90, 200, 180);
-    const LvGPXTrackSelection selection
-        = select({{track({{47.1, 8.0}, {47.6, 8.6}, {47.2, 9.4}, {47.65, 10.2}, {47.4, 11.2}}),
-                   configuration(lineShape, strokeOnly, 0, 6.0, 16.0, blue)},
-                  {track({{47.05, 10.0}, {47.25, 10.1}, {47.2, 11.2}, {47.05, 10.0}}),
-                   configuration(areaShape, strokeOnly, 0, 3.0, 3.0, blue)},
-                  {LvGPXTrackPoint(LvGeoPosition(47.7, 8.1), 0, QDateTime(), QString()),
-                   configuration(pointShape, strokeOnly, 128, 14.0, 4.0, blue)}},
-                 opacity);
+    const LvGPXTrackSelection selection =
+        select({{track({{47.1, 8.0}, {47.6, 8.6}, {47.2, 9.4}, {47.65, 10.2}, {47.4, 11.2}}),
+                 configuration(lineShape, strokeOnly, 0, 6.0, 16.0, blue)},
+                {track({{47.05, 10.0}, {47.25, 10.1}, {47.2, 11.2}, {47.05, 10.0}}),
+                 configuration(areaShape, strokeOnly, 0, 3.0, 3.0, blue)},
+                {LvGPXTrackPoint(LvGeoPosition(47.7, 8.1), 0, QDateTime(), QString()),
+                 configuration(pointShape, strokeOnly, 128, 14.0, 4.0, blue)}},
+               opacity);
     const MapRenderer renderer(selection, QSize(360, 160), 46.9, 47.9, 7.6, 11.8);
     const MapRenderer sheet(LvGPXTrackSelection(), QSize(360, 160), 46.9, 47.9, 7.6, 11.8);
     const QImage cropped = renderer.crop(onMap(sheet, 0.1));
-    QVERIFY(LvTest::matchesGolden(cropped, QStringLiteral("track-cropping-")
-                                      + QString::fromLatin1(QTest::currentDataTag())));
+    QVERIFY(LvTest::matchesGolden(
+        cropped, QStringLiteral("track-cropping-") + QString::fromLatin1(QTest::currentDataTag())));
 }
 
 void tst_LvGPXTrackRenderer::goldenSmoothing()
 {
     LvGeoPositionList jittery;
     for (int i = 0; i <= 60; ++i) {
-        jittery.append(LvGeoPosition(47.4 + 0.3 * std::sin(i / 10.0) + (i % 2 == 0 ? 0.05 : -0.05), 7.9 + i * 0.06));
+        jittery.append(
+            LvGeoPosition(47.4 + 0.3 * std::sin(i / 10.0) + (i % 2 == 0 ? 0.05 : -0.05), 7.9 + i * 0.06));
     }
     const auto smoothed = [&jittery](int strength, int steps, const QColor& color) {
-        return LvGPXConfiguredTrack(track(jittery), configuration(lineShape, strokeOnly, 0, 3.0, 0.0, color, Qt::blue,
-                                                                  1, strength, steps));
+        return LvGPXConfiguredTrack(
+            track(jittery),
+            configuration(lineShape, strokeOnly, 0, 3.0, 0.0, color, Qt::blue, 1, strength, steps));
     };
-    const LvGPXTrackSelection selection
-        = select({smoothed(100, 1, QColor(150, 150, 150)), smoothed(40, 10, QColor(200, 40, 40)),
-                  smoothed(0, 10, QColor(30, 90, 200))});
+    const LvGPXTrackSelection selection =
+        select({smoothed(100, 1, QColor(150, 150, 150)), smoothed(40, 10, QColor(200, 40, 40)),
+                smoothed(0, 10, QColor(30, 90, 200))});
     const MapRenderer renderer(selection, QSize(360, 160), 46.9, 47.9, 7.6, 11.8);
     QVERIFY(LvTest::matchesGolden(onMap(renderer, 0.5), QStringLiteral("track-smoothing")));
 }
