@@ -101,4 +101,4 @@ private:
     double myValue = 0.0;
 };
 
-Q_DECLARE_TYPEINFO(LvDistance, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(LvDistance, Q_RELOCATABLE_TYPE);

@@ -38,4 +38,4 @@ private:
     int myValue = 1;
 };
 
-Q_DECLARE_TYPEINFO(LvPenStyle, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(LvPenStyle, Q_RELOCATABLE_TYPE);

@@ -26,4 +26,4 @@ private:
     qint64 myDenominator;
 };
 
-Q_DECLARE_TYPEINFO(LvRational, Q_PRIMITIVE_TYPE);
+Q_DECLARE_TYPEINFO(LvRational, Q_RELOCATABLE_TYPE);

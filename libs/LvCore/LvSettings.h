@@ -28,12 +28,13 @@ public:
     virtual void saveSettings();
 
 protected:
-    /// Takes the value from the store; the default where the store has none or one of another kind.
+    /// Takes the value from the store; the default where the store has none or one that does not convert.
     template <class T>
     void load(LvConfigItem<T>& item) const
     {
-        const QVariant stored = storedValue(item.key());
-        item.setValue(stored.canConvert<T>() ? stored.value<T>() : item.defaultValue());
+        QVariant stored = storedValue(item.key());
+        const bool isUsable = stored.convert(QMetaType::fromType<T>());
+        item.setValue(isUsable ? stored.value<T>() : item.defaultValue());
     }
 
     /// Puts the value into the store.

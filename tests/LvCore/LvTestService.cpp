@@ -1,0 +1,11 @@
+#include "LvTestService.h"
+
+LvTestService* LvTestService::instanceInsideLibrary()
+{
+    return instance();
+}
+
+void LvTestService::setupInstance()
+{
+    ++setups;
+}
