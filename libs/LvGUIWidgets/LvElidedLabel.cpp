@@ -19,8 +19,8 @@ constexpr qsizetype longestLaidOutText =
     10'000; // more than any screen shows; keeps absurd names from costing time
 
 struct LvShownText {
-    QStringList lines;
-    bool isElided = false;
+    QStringList myLines;
+    bool myIsElided = false;
 };
 
 QString singleLine(QString text)
@@ -62,13 +62,13 @@ LvShownText fitIntoLines(const QString& text, const QFont& font, int width, int 
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
         line.setLineWidth(width);
         const qsizetype start = line.textStart();
-        if (shown.lines.size() == maximumLines - 1) {
+        if (shown.myLines.size() == maximumLines - 1) {
             const LvShownText rest = fitIntoOneLine(broken.mid(start).trimmed(), metrics, width);
-            shown.lines += rest.lines;
-            shown.isElided = rest.isElided;
+            shown.myLines += rest.myLines;
+            shown.myIsElided = rest.myIsElided;
             break;
         }
-        shown.lines += singleLine(broken.mid(start, line.textLength())).trimmed();
+        shown.myLines += singleLine(broken.mid(start, line.textLength())).trimmed();
     }
     layout.endLayout();
     return shown;
@@ -86,7 +86,7 @@ LvShownText fit(const LvElidedLabel& label, const QSize& size)
     const int maximumLines = std::max(1, (size.height() + metrics.leading()) / metrics.lineSpacing());
     LvShownText shown = label.wordWrap() ? fitIntoLines(laidOut, label.font(), size.width(), maximumLines)
                                          : fitIntoOneLine(laidOut, metrics, size.width());
-    shown.isElided = shown.isElided || isTooLong;
+    shown.myIsElided = shown.myIsElided || isTooLong;
     return shown;
 }
 
@@ -113,12 +113,12 @@ LvElidedLabel::~LvElidedLabel() = default;
 
 bool LvElidedLabel::isElided() const
 {
-    return fit(*this, contentsRect().size()).isElided;
+    return fit(*this, contentsRect().size()).myIsElided;
 }
 
 QStringList LvElidedLabel::shownLines() const
 {
-    return fit(*this, contentsRect().size()).lines;
+    return fit(*this, contentsRect().size()).myLines;
 }
 
 void LvElidedLabel::setFullText(const QString& text)
@@ -159,7 +159,7 @@ QSize LvElidedLabel::sizeHint() const
     const int textWidth = static_cast<int>(std::ceil(QFontMetricsF(font()).horizontalAdvance(line)));
     const int width = std::min(textWidth, hintedCharacters * metrics.averageCharWidth());
     const QSize room(std::max(width, 1), heightOfLines(metrics, hintedLines));
-    const qsizetype lines = std::max<qsizetype>(1, fit(*this, room).lines.size());
+    const qsizetype lines = std::max<qsizetype>(1, fit(*this, room).myLines.size());
     const QSize frame = size() - contentsRect().size();
     return (QSize(width, heightOfLines(metrics, lines)) + frame).expandedTo(minimumSizeHint());
 }
@@ -195,12 +195,12 @@ void LvElidedLabel::paintEvent(QPaintEvent* event)
     }
     painter.setPen(palette().color(isHighlighted ? QPalette::HighlightedText : foregroundRole()));
     const QFontMetrics metrics = fontMetrics();
-    const int height = heightOfLines(metrics, shown.lines.size());
+    const int height = heightOfLines(metrics, shown.myLines.size());
     QRect line = contentsRect();
     line.setTop(line.top() + (line.height() - height) / 2);
     line.setHeight(metrics.height());
     const auto alignment = QStyle::visualAlignment(layoutDirection(), Qt::AlignLeft | Qt::AlignVCenter);
-    for (const QString& text : shown.lines) {
+    for (const QString& text : shown.myLines) {
         painter.drawText(line, static_cast<int>(alignment) | Qt::TextSingleLine, text);
         line.translate(0, metrics.lineSpacing());
     }

@@ -17,9 +17,6 @@ class LVGUIWIDGETS_EXPORT LvElidedLabel : public QFrame
 {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(LvElidedLabel)
-    Q_PROPERTY(QString fullText READ fullText WRITE setFullText)
-    Q_PROPERTY(bool wordWrap READ wordWrap WRITE setWordWrap)
-    Q_PROPERTY(int animationState READ animationState WRITE setAnimationState)
 
 public:
     explicit LvElidedLabel(QWidget* parent = nullptr);

@@ -94,8 +94,13 @@ LvIconRegistry::~LvIconRegistry() = default;
 
 QStringList LvIconRegistry::names() const
 {
-    QStringList names = myBuiltInIcons.keys() + myRegisteredIcons.keys();
-    names.removeDuplicates();
+    QStringList names = myBuiltInIcons.keys();
+    for (auto registered = myRegisteredIcons.keyBegin(); registered != myRegisteredIcons.keyEnd();
+         ++registered) {
+        if (!names.contains(*registered)) {
+            names.append(*registered);
+        }
+    }
     names.sort();
     return names;
 }

@@ -38,7 +38,9 @@ public:
     using Drawing = void (*)(QPainter& painter, const LvLineIconGrid& grid);
 
     explicit LvLineIconEngine(Drawing drawing);
+    LvLineIconEngine(LvLineIconEngine&&) = delete;
     LvLineIconEngine& operator=(const LvLineIconEngine&) = delete;
+    LvLineIconEngine& operator=(LvLineIconEngine&&) = delete;
     ~LvLineIconEngine() override;
 
     void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override;

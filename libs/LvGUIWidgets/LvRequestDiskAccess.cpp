@@ -38,7 +38,7 @@ QString LvRequestDiskAccess::getOpenFileName(int mode, const QString& filter, co
 
 QString LvRequestDiskAccess::nameFilters(const QString& patterns)
 {
-    const QString allFiles = QCoreApplication::translate("LvRequestDiskAccess", "Alle Dateien (*)");
+    QString allFiles = QCoreApplication::translate("LvRequestDiskAccess", "Alle Dateien (*)");
     const QString wanted = patterns.simplified();
     if (wanted.isEmpty()) {
         return allFiles;

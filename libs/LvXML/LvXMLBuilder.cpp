@@ -5,7 +5,6 @@
 #include <QTextStream>
 
 #include <algorithm>
-#include <utility>
 
 namespace
 {
@@ -56,15 +55,15 @@ QByteArray encode(const QDomDocument& document)
 
 } // namespace
 
-QDomElement LvXMLBuilder::buildDomElement(QDomElement parent, const QString& name)
+QDomElement LvXMLBuilder::buildDomElement(const QDomElement& parent, const QString& name)
 {
     const QDomElement child = parent.ownerDocument().createElement(name);
-    return parent.appendChild(child).toElement();
+    return QDomNode(parent).appendChild(child).toElement();
 }
 
-QDomElement LvXMLBuilder::buildDomElement(QDomElement parent, const QString& name, const QString& text)
+QDomElement LvXMLBuilder::buildDomElement(const QDomElement& parent, const QString& name, const QString& text)
 {
-    QDomElement child = buildDomElement(std::move(parent), name);
+    QDomElement child = buildDomElement(parent, name);
     const QString legal = legalText(text);
     if (!legal.isEmpty()) {
         child.appendChild(child.ownerDocument().createTextNode(legal));
@@ -72,9 +71,9 @@ QDomElement LvXMLBuilder::buildDomElement(QDomElement parent, const QString& nam
     return child;
 }
 
-QDomElement LvXMLBuilder::buildDomElement(QDomElement parent, const QString& name, int number)
+QDomElement LvXMLBuilder::buildDomElement(const QDomElement& parent, const QString& name, int number)
 {
-    return buildDomElement(std::move(parent), name, QString::number(number));
+    return buildDomElement(parent, name, QString::number(number));
 }
 
 QDomElement LvXMLBuilder::buildRootElement(QDomDocument& document, const QString& name)

@@ -26,14 +26,14 @@ public:
     LvXMLBuilder() = delete;
 
     /// Appends an empty child element to the parent and returns it; a null element when the parent is null.
-    /// The parent is a handle onto the document's element: the copy taken here refers to the same one.
-    static QDomElement buildDomElement(QDomElement parent, const QString& name);
+    /// Elements are handles: the document changes though the handle is constant.
+    static QDomElement buildDomElement(const QDomElement& parent, const QString& name);
 
     /// The same with a text in the child; an empty text adds no text node.
-    static QDomElement buildDomElement(QDomElement parent, const QString& name, const QString& text);
+    static QDomElement buildDomElement(const QDomElement& parent, const QString& name, const QString& text);
 
     /// The same with a decimal integer as the text.
-    static QDomElement buildDomElement(QDomElement parent, const QString& name, int number);
+    static QDomElement buildDomElement(const QDomElement& parent, const QString& name, int number);
 
     /// Gives an empty document its XML declaration (version 1.0, UTF-8) and its root element, which it
     /// returns. In a document that has a root element already, that one is removed with all below it.
