@@ -43,7 +43,9 @@ public:
     /// The rectangle around all valid positions, all four bounds 720.0 when there is none.
     [[nodiscard]] LvGeoPositionRect boundingBox() const;
 
-    /// From the earliest to the latest time stamp; both ends null when there is none.
+    /// From the earliest to the latest time stamp; both ends null when there is none. Missing ones count only
+    /// behind the first one that is there: a null date-time compares like 1970, so the lower end is null
+    /// then.
     [[nodiscard]] LvRange<QDateTime> timeFrame() const;
 
     /// The number of a KML coordinate text, with at most seven digits behind the point; 0.0 when it is no
