@@ -1,0 +1,136 @@
+#include "LvMBTilesSource.h"
+
+#include "LvMapText.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QVariant>
+
+#include <algorithm>
+#include <atomic>
+
+namespace
+{
+
+constexpr int deepestZoom = 30;
+constexpr int maximumTileBytes = 16 * 1024 * 1024;
+
+QString uniqueConnectionName()
+{
+    static std::atomic<int> myCounter = 0;
+    return QStringLiteral("LvMBTilesSource-%1").arg(++myCounter);
+}
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("LvMBTilesSource", text);
+}
+
+} // namespace
+
+LvMBTilesSource::LvMBTilesSource(const QString& fileName)
+    : myConnectionName(uniqueConnectionName())
+    , myErrorText(open(fileName))
+{
+}
+
+LvMBTilesSource::~LvMBTilesSource()
+{
+    QSqlDatabase::removeDatabase(myConnectionName);
+}
+
+bool LvMBTilesSource::isValid() const
+{
+    return myErrorText.isEmpty();
+}
+
+QString LvMBTilesSource::errorText() const
+{
+    return myErrorText;
+}
+
+QString LvMBTilesSource::attribution() const
+{
+    return myAttribution;
+}
+
+int LvMBTilesSource::minimumZoom() const
+{
+    return myMinimumZoom;
+}
+
+int LvMBTilesSource::maximumZoom() const
+{
+    return myMaximumZoom;
+}
+
+QImage LvMBTilesSource::loadTile(const LvTileKey& key)
+{
+    QSqlQuery query(QSqlDatabase::database(myConnectionName));
+    // The size is asked of the database, so that an absurd entry is never read.
+    query.prepare(QStringLiteral("SELECT tile_data FROM tiles WHERE zoom_level = ? AND tile_column = ? "
+                                 "AND tile_row = ? AND length(tile_data) <= ?"));
+    query.addBindValue(key.zoom);
+    query.addBindValue(key.column);
+    query.addBindValue((1 << key.zoom) - 1 - key.row);
+    query.addBindValue(maximumTileBytes);
+    return query.exec() && query.next() ? decodeTile(query.value(0).toByteArray()) : QImage();
+}
+
+QString LvMBTilesSource::open(const QString& fileName)
+{
+    const QFileInfo info(fileName);
+    if (!info.exists()) {
+        return translated("not found");
+    }
+    if (!info.isFile()) {
+        return translated("not a regular file");
+    }
+    QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), myConnectionName);
+    database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+    database.setDatabaseName(info.absoluteFilePath());
+    if (!database.open()) {
+        return translated("cannot be opened: %1").arg(database.lastError().databaseText().simplified());
+    }
+    QSqlQuery query(database);
+    if (!query.exec(
+            QStringLiteral("SELECT zoom_level, tile_column, tile_row, tile_data FROM tiles LIMIT 1"))) {
+        return translated("not an MBTiles file: %1").arg(query.lastError().databaseText().simplified());
+    }
+    if (!query.next()) {
+        return translated("an MBTiles file without tiles");
+    }
+    const QString format = metadata(QStringLiteral("format")).toLower();
+    if (format == QLatin1String("pbf") || format == QLatin1String("mvt")) {
+        return translated("an MBTiles file with vector tiles; only pictures can be drawn");
+    }
+    myName = metadata(QStringLiteral("name"));
+    myAttribution = LvMapText::plainAttribution(metadata(QStringLiteral("attribution")));
+    myMinimumZoom = zoomLimit(QStringLiteral("minzoom"), QStringLiteral("min"));
+    myMaximumZoom = zoomLimit(QStringLiteral("maxzoom"), QStringLiteral("max"));
+    return myMaximumZoom < myMinimumZoom ? translated("an MBTiles file with contradictory zoom levels")
+                                         : QString();
+}
+
+QString LvMBTilesSource::metadata(const QString& key) const
+{
+    QSqlQuery query(QSqlDatabase::database(myConnectionName));
+    query.prepare(QStringLiteral("SELECT value FROM metadata WHERE name = ?"));
+    query.addBindValue(key);
+    return query.exec() && query.next() ? query.value(0).toString() : QString();
+}
+
+int LvMBTilesSource::zoomLimit(const QString& key, const QString& function) const
+{
+    bool isNumber = false;
+    int zoom = metadata(key).toInt(&isNumber);
+    if (!isNumber) {
+        QSqlQuery query(QSqlDatabase::database(myConnectionName));
+        query.exec(QStringLiteral("SELECT %1(zoom_level) FROM tiles").arg(function));
+        zoom = query.next() ? query.value(0).toInt() : 0;
+    }
+    return std::clamp(zoom, 0, deepestZoom);
+}

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "LvMapSource.h"
+
+#include <QCache>
+#include <QImage>
+#include <QRect>
+
+/// The place of a tile in the scheme of web maps: 2^zoom columns from 180° west on and as many rows from the
+/// north on.
+struct LvTileKey {
+    int zoom = 0;
+    int column = 0;
+    int row = 0;
+
+    bool operator==(const LvTileKey& other) const = default;
+};
+
+/// Hash of a tile key.
+size_t qHash(const LvTileKey& key, size_t seed = 0) noexcept;
+
+/**
+ * A map made of square pictures in the scheme of web maps.
+ *
+ * The zoom level whose tiles come nearest to the picture's scale is drawn; where a tile is missing, the part
+ * of the next tile above it that exists is enlarged in its place. The tiles of one picture are kept in a
+ * bounded cache.
+ */
+class LvTiledMapSource : public LvMapSource
+{
+public:
+    LvTiledMapSource();
+
+    /// The zoom level of which tiles are drawn for a view.
+    [[nodiscard]] int zoomFor(const LvMapView& view) const;
+
+    void draw(QPainter& painter, const LvMapView& view, double paintFactor) override;
+
+protected:
+    [[nodiscard]] virtual int minimumZoom() const = 0;
+    [[nodiscard]] virtual int maximumZoom() const = 0;
+
+    /// Reads a tile; a null picture where there is none.
+    [[nodiscard]] virtual QImage loadTile(const LvTileKey& key) = 0;
+
+    /// Decodes a tile picture. Null when the bytes are no picture of a known kind, or when it is larger than
+    /// any tile needs to be: a damaged or hostile file must not make us allocate gigabytes.
+    static QImage decodeTile(const QByteArray& bytes);
+
+private:
+    [[nodiscard]] QImage tile(const LvTileKey& key);
+    void drawTile(QPainter& painter, const QRect& target, const LvTileKey& key);
+
+    QCache<LvTileKey, QImage> myCache;
+};

@@ -1,0 +1,180 @@
+#include "LvTrackLoader.h"
+
+#include "LvFileHandler.h"
+#include "LvGPXConfiguredTrack.h"
+#include "LvTrackSelectionFactory.h"
+#include "LvTrackSelectionFactoryKmlFile.h"
+#include "LvXMLLoader.h"
+#include "LvZIP.h"
+
+#include <QCoreApplication>
+#include <QDomDocument>
+#include <QFileInfo>
+#include <QUrl>
+
+#include <algorithm>
+#include <optional>
+
+namespace
+{
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("LvTrackLoader", text);
+}
+
+qsizetype countChildren(const QDomElement& parent, const QString& name)
+{
+    qsizetype count = 0;
+    for (QDomElement child = parent.firstChildElement(name); !child.isNull();
+         child = child.nextSiblingElement(name)) {
+        ++count;
+    }
+    return count;
+}
+
+/// The next element in document order below the root; null at the end. A loop instead of a recursion, as
+/// documents may be deep.
+QDomElement nextElement(const QDomElement& element, const QDomElement& root)
+{
+    QDomElement next = element.firstChildElement();
+    QDomElement walker = element;
+    while (next.isNull() && walker != root) {
+        next = walker.nextSiblingElement();
+        walker = walker.parentNode().toElement();
+    }
+    return next;
+}
+
+QString notXml(const QString& message)
+{
+    return translated("not readable as XML: %1").arg(message.simplified());
+}
+
+QString reasonInGpx(const QFileInfo& file)
+{
+    const std::optional<QByteArray> bytes = LvFileHandler::readBytes(file);
+    if (!bytes) {
+        return translated("not readable");
+    }
+    if (bytes->isEmpty()) {
+        return translated("empty file");
+    }
+    QDomDocument document;
+    QString message;
+    if (!LvXMLLoader::parse(*bytes, document, &message)) {
+        return notXml(message);
+    }
+    const QDomElement root = document.documentElement();
+    const qsizetype tracks = countChildren(root, QStringLiteral("trk"));
+    const qsizetype routes = countChildren(root, QStringLiteral("rte"));
+    const qsizetype waypoints = countChildren(root, QStringLiteral("wpt"));
+    if (tracks > 0) {
+        return translated("tracks without points");
+    }
+    if (routes > 0) {
+        return translated("routes without shaping points (Garmin route point extension)");
+    }
+    if (waypoints > 0) {
+        return translated("only waypoints, no track or route");
+    }
+    return translated("no track or route in it");
+}
+
+/// Why an archive has no text to decode; empty when it has one.
+QString reasonInArchive(const QFileInfo& file)
+{
+    LvZIP archive(file);
+    if (!archive.open()) {
+        return translated("not a readable archive");
+    }
+    const QStringList names = archive.getFileNameList();
+    archive.close();
+    const bool hasKml = std::any_of(names.cbegin(), names.cend(),
+                                    [](const QString& name) { return name.endsWith(QLatin1String(".kml")); });
+    return hasKml ? QString() : translated("archive without a .kml file");
+}
+
+QString reasonInKml(const QFileInfo& file)
+{
+    const bool isArchive = file.suffix().compare(QLatin1String("kmz"), Qt::CaseInsensitive) == 0;
+    if (isArchive) {
+        const QString reason = reasonInArchive(file);
+        if (!reason.isEmpty()) {
+            return reason;
+        }
+    }
+    const QString text = LvTrackSelectionFactoryKmlFile().readFile(file);
+    if (text.isEmpty()) {
+        return isArchive
+            ? translated("the .kml file in the archive is empty, damaged, encrypted or too large")
+            : translated("empty file");
+    }
+    QDomDocument document;
+    QString message;
+    if (!LvXMLLoader::parse(text, document, &message)) {
+        return notXml(message);
+    }
+    const QDomElement root = document.documentElement().firstChildElement(QStringLiteral("Document"));
+    if (root.isNull()) {
+        return translated("KML without a Document element");
+    }
+    for (QDomElement element = root; !element.isNull(); element = nextElement(element, root)) {
+        if (element.nodeName() == QLatin1String("Placemark")) {
+            return translated("no placemark with coordinates in it");
+        }
+    }
+    return translated("no placemark in it");
+}
+
+QString reasonForNothing(const QFileInfo& file)
+{
+    return file.suffix().compare(QLatin1String("gpx"), Qt::CaseInsensitive) == 0 ? reasonInGpx(file)
+                                                                                 : reasonInKml(file);
+}
+
+/// Why a file is not even opened; empty when it can be.
+QString reasonToRefuse(const QFileInfo& file)
+{
+    if (!file.exists()) {
+        return file.isSymLink() ? translated("broken symbolic link") : translated("not found");
+    }
+    if (!file.isFile()) {
+        return translated("not a regular file");
+    }
+    if (!LvFileHandler::isReadableRegularFile(file)) {
+        return translated("not readable");
+    }
+    return {};
+}
+
+} // namespace
+
+LvLoadedTracks LvTrackLoader::load(const QString& fileName)
+{
+    LvLoadedTracks result;
+    const QFileInfo file(fileName);
+    result.errorText = reasonToRefuse(file);
+    if (!result.errorText.isEmpty()) {
+        return result;
+    }
+    const QUrl url = QUrl::fromLocalFile(file.absoluteFilePath());
+    const LvTrackSelectionFactory* factory = LvTrackSelectionFactory::instance();
+    if (!factory->supportsFile(url)) {
+        result.errorText = translated("not a track file by its name (%1)")
+                               .arg(factory->supportedFileFormats().join(QLatin1String(", ")));
+        return result;
+    }
+    const LvGPXConfiguredTrackList all = factory->createConfiguredTrackList(url);
+    for (const LvGPXConfiguredTrack& track : all) {
+        if (track.track().isValid()) {
+            result.tracks.append(track);
+        } else {
+            ++result.emptyTracks;
+        }
+    }
+    if (!result.tracks.isValid()) {
+        result.errorText = reasonForNothing(file);
+    }
+    return result;
+}
