@@ -1,0 +1,82 @@
+#include "LvCommand.h"
+
+#include <QCoreApplication>
+
+#include <cstdio>
+
+namespace
+{
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("LvCommand", text);
+}
+
+} // namespace
+
+LvCommand::~LvCommand() = default;
+
+LvExitCode LvCommand::execute(const QStringList& arguments)
+{
+    QCommandLineParser parser;
+    const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")},
+                                        translated("Show this help."));
+    parser.addOption(helpOption);
+    parser.addPositionalArgument(name(), {}, name());
+    parser.addPositionalArgument(QStringLiteral("files"), translated("Track files: GPX, KML or KMZ."),
+                                 QStringLiteral("FILE..."));
+    addOptions(parser);
+    const bool isUnderstood = parser.parse(QStringList(QCoreApplication::applicationName()) + arguments);
+    if (parser.isSet(helpOption)) {
+        print(parser.helpText());
+        return LvExitCode::Success;
+    }
+    if (!isUnderstood) {
+        return wrongUsage(parser.errorText());
+    }
+    if (parser.positionalArguments().isEmpty()) {
+        return wrongUsage(translated("no file given"));
+    }
+    return run(parser, parser.positionalArguments());
+}
+
+void LvCommand::printError(const QString& message)
+{
+    std::fprintf(stderr, "lvtracks: %s\n", qUtf8Printable(singleLine(message)));
+}
+
+void LvCommand::printFileError(const QString& fileName, const QString& reason)
+{
+    printError(QStringLiteral("%1: %2").arg(fileName, reason));
+}
+
+void LvCommand::print(const QString& text)
+{
+    std::fputs(qUtf8Printable(text), stdout);
+}
+
+QString LvCommand::singleLine(const QString& text)
+{
+    QString line = text;
+    for (QChar& character : line) {
+        if (character.category() == QChar::Other_Control || character.category() == QChar::Separator_Line
+            || character.category() == QChar::Separator_Paragraph) {
+            character = QLatin1Char(' ');
+        }
+    }
+    return line;
+}
+
+LvExitCode LvCommand::wrongUsage(const QString& message) const
+{
+    printError(translated("%1 (try: lvtracks %2 --help)").arg(message, name()));
+    return LvExitCode::WrongUsage;
+}
+
+LvExitCode LvCommand::exitCodeFor(qsizetype failedCount, qsizetype count)
+{
+    if (failedCount == 0) {
+        return LvExitCode::Success;
+    }
+    return failedCount < count ? LvExitCode::PartialFailure : LvExitCode::Failure;
+}

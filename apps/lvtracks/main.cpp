@@ -1,0 +1,86 @@
+#include "LvCommand.h"
+#include "LvInfoCommand.h"
+#include "LvRenderCommand.h"
+
+#include <QGuiApplication>
+
+#include <cstdio>
+
+namespace
+{
+
+QString translated(const char* text)
+{
+    return QCoreApplication::translate("main", text);
+}
+
+QString helpText()
+{
+    return translated(
+        "Usage: lvtracks COMMAND [OPTION...] FILE...\n"
+        "\n"
+        "Reads tracks from GPX, KML and KMZ files.\n"
+        "\n"
+        "Commands:\n"
+        "  info      List the tracks: points, length, time frame, bounding box.\n"
+        "  render    Draw the tracks on a map into a PNG, JPEG, SVG or PDF file.\n"
+        "\n"
+        "Options:\n"
+        "  -h, --help     Show this help; after a command, the options of that command.\n"
+        "  -v, --version  Show the version.\n"
+        "\n"
+        "Exit codes: 0 fine, 1 failed, 2 wrong usage, 3 some files gave nothing and the rest was "
+        "done.\n");
+}
+
+/// Only what stops the program goes to the standard error output, where each line belongs to one input file.
+void handleMessage(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message)
+{
+    if (type == QtCriticalMsg || type == QtFatalMsg) {
+        std::fprintf(stderr, "lvtracks: %s\n", qUtf8Printable(message));
+    }
+}
+
+LvExitCode runCommand(QStringList arguments)
+{
+    arguments.removeFirst(); // the name of the program
+    if (arguments.isEmpty()) {
+        LvCommand::printError(translated("no command given (try: lvtracks --help)"));
+        return LvExitCode::WrongUsage;
+    }
+    const QString command = arguments.takeFirst();
+    if (command == QLatin1String("-h") || command == QLatin1String("--help")) {
+        LvCommand::print(helpText());
+        return LvExitCode::Success;
+    }
+    if (command == QLatin1String("-v") || command == QLatin1String("--version")) {
+        LvCommand::print(QStringLiteral("lvtracks %1\n").arg(QCoreApplication::applicationVersion()));
+        return LvExitCode::Success;
+    }
+    if (command == QLatin1String("info")) {
+        return LvInfoCommand().execute(arguments);
+    }
+    if (command == QLatin1String("render")) {
+        return LvRenderCommand().execute(arguments);
+    }
+    LvCommand::printError(translated("unknown command \"%1\" (try: lvtracks --help)").arg(command));
+    return LvExitCode::WrongUsage;
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES")) {
+        qInstallMessageHandler(handleMessage);
+    }
+    // Pictures are drawn without a display.
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    }
+    const QGuiApplication application(argc, argv);
+    QCoreApplication::setOrganizationName(QStringLiteral("LvGeoLocation"));
+    QCoreApplication::setApplicationName(QStringLiteral("lvtracks"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(LV_VERSION));
+    return static_cast<int>(runCommand(QCoreApplication::arguments()));
+}
