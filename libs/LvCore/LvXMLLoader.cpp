@@ -3,6 +3,8 @@
 #include "LvFileHandler.h"
 
 #include <QFileInfo>
+#include <QHash>
+#include <QStringDecoder>
 #include <QXmlStreamReader>
 
 #include <optional>
@@ -16,12 +18,39 @@ QString at(const QString& message, qint64 line, qint64 column)
         .arg(message, QString::number(line), QString::number(column));
 }
 
-qint64 charactersOf(const QXmlStreamReader& reader)
+const QString& decoded(const QString& text, const QString& /*declaredEncoding*/)
 {
-    qint64 characters = reader.qualifiedName().size() + reader.text().size();
-    const QXmlStreamAttributes attributes = reader.attributes();
-    for (const QXmlStreamAttribute& attribute : attributes) {
-        characters += attribute.qualifiedName().size() + attribute.value().size();
+    return text;
+}
+
+/// The bytes in the encoding in which the reader takes them.
+QString decoded(const QByteArray& bytes, const QString& declaredEncoding)
+{
+    if (const auto encoding = QStringConverter::encodingForData(bytes, u'<')) {
+        return QStringDecoder(*encoding)(bytes);
+    }
+    QStringDecoder decoder(declaredEncoding.toLatin1().constData());
+    return decoder.isValid() ? decoder(bytes) : QString::fromUtf8(bytes);
+}
+
+/// An upper bound of the characters that the entities declared here add to the document.
+qint64 expansionOf(const QString& text, const QXmlStreamReader& reader)
+{
+    const QXmlStreamEntityDeclarations declarations = reader.entityDeclarations();
+    QHash<QStringView, qint64> lengths;
+    for (const QXmlStreamEntityDeclaration& declaration : declarations) {
+        const bool hasEntitiesInside = declaration.value().contains(u'&');
+        lengths.insert(declaration.name(),
+                       hasEntitiesInside ? reader.entityExpansionLimit() : declaration.value().size());
+    }
+    qint64 characters = 0;
+    const QStringView view = text;
+    for (qsizetype start = view.indexOf(u'&'); start >= 0; start = view.indexOf(u'&', start + 1)) {
+        qsizetype end = start + 1;
+        while (end < view.size() && view[end] != u';' && view[end] != u'&') {
+            ++end;
+        }
+        characters += lengths.value(view.sliced(start + 1, end - start - 1), 0);
     }
     return characters;
 }
@@ -33,23 +62,24 @@ QString findProblem(const Source& source)
 {
     QXmlStreamReader reader(source);
     reader.setNamespaceProcessing(false); // as for the tree
-    bool hasEntities = false;
-    qint64 characters = 0;
     int depth = 0;
+    QString declaredEncoding;
     QString problem;
     while (problem.isEmpty() && !reader.atEnd()) {
         const QXmlStreamReader::TokenType token = reader.readNext();
-        if (token == QXmlStreamReader::DTD) {
-            hasEntities = !reader.entityDeclarations().isEmpty();
+        if (token == QXmlStreamReader::StartDocument) {
+            declaredEncoding = reader.documentEncoding().toString(); // later tokens do not tell it any more
         } else if (token == QXmlStreamReader::StartElement && ++depth > LvXMLLoader::maximumDepth) {
             problem =
                 QStringLiteral("More than %1 elements inside each other.").arg(LvXMLLoader::maximumDepth);
         } else if (token == QXmlStreamReader::EndElement) {
             --depth;
-        }
-        // The reader bounds one entity; many uses of one are bounded here. Without entities no text grows.
-        characters += hasEntities ? charactersOf(reader) : 0;
-        if (characters > source.size() + LvXMLLoader::maximumEntityExpansion) {
+        } else if (token == QXmlStreamReader::DTD
+                   && !reader.entityDeclarations().isEmpty()
+                   // The reader bounds one entity, not the uses of it, and joins them into one text before it
+                   // returns: too late to count then.
+                   && expansionOf(decoded(source, declaredEncoding), reader)
+                       > LvXMLLoader::maximumEntityExpansion) {
             problem = QStringLiteral("Entities expand to too many characters.");
         }
     }

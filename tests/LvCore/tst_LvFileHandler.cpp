@@ -1,0 +1,128 @@
+#include "LvFileHandler.h"
+#include "LvTest.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QStringEncoder>
+#include <QTemporaryDir>
+
+#include <sys/stat.h>
+
+namespace
+{
+
+QByteArray encoded(const QString& text, QStringConverter::Encoding encoding)
+{
+    QStringEncoder encoder(encoding, QStringConverter::Flag::WriteBom);
+    return encoder(text);
+}
+
+} // namespace
+
+class tst_LvFileHandler : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+
+    void readTextFile_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QStringList>("lines");
+        const QString text = QStringLiteral("Zürich\n東京 😀\n");
+        const QStringList lines = {QStringLiteral("Zürich"), QStringLiteral("東京 😀")};
+        QTest::newRow("UTF-8 without mark") << text.toUtf8() << lines;
+        QTest::newRow("UTF-8 with mark") << encoded(text, QStringConverter::Utf8) << lines;
+        QTest::newRow("UTF-16 little endian") << encoded(text, QStringConverter::Utf16LE) << lines;
+        QTest::newRow("UTF-16 big endian") << encoded(text, QStringConverter::Utf16BE) << lines;
+        QTest::newRow("UTF-32 little endian") << encoded(text, QStringConverter::Utf32LE) << lines;
+        QTest::newRow("UTF-32 big endian") << encoded(text, QStringConverter::Utf32BE) << lines;
+        QTest::newRow("CR LF") << QByteArray("a\r\nb\r\n") << QStringList{"a", "b"};
+        QTest::newRow("lone CR stays inside") << QByteArray("a\rb\n") << QStringList{"a\rb"};
+        QTest::newRow("no end at the end") << QByteArray("a\nb") << QStringList{"a", "b"};
+        QTest::newRow("empty lines") << QByteArray("\na\n\n\n") << QStringList{"", "a", "", ""};
+        QTest::newRow("empty file") << QByteArray() << QStringList();
+        QTest::newRow("mark alone") << QByteArray("\xEF\xBB\xBF") << QStringList();
+        QTest::newRow("one line end") << QByteArray("\n") << QStringList{""};
+        QTest::newRow("not UTF-8") << QByteArray("a\xFF"
+                                                 "b")
+                                   << QStringList{QStringLiteral("a\uFFFDb")};
+        QTest::newRow("not trimmed") << QByteArray(" a \n") << QStringList{" a "};
+    }
+
+    void readTextFile()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QStringList, lines);
+        QFile file(myDirectory.filePath(QStringLiteral("text.txt")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        file.close();
+        QCOMPARE(LvFileHandler::readTextFile(QFileInfo(file)), lines);
+        QCOMPARE(LvFileHandler::readBytes(QFileInfo(file)).value(), bytes);
+        QVERIFY(LvFileHandler::isReadableRegularFile(QFileInfo(file)));
+    }
+
+    void refuses_data()
+    {
+        QTest::addColumn<QString>("path");
+        const QString pipe = myDirectory.filePath(QStringLiteral("pipe"));
+        QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        const QString link = myDirectory.filePath(QStringLiteral("link-to-pipe"));
+        QVERIFY(QFile::link(pipe, link));
+        const QString dangling = myDirectory.filePath(QStringLiteral("dangling"));
+        QVERIFY(QFile::link(myDirectory.filePath(QStringLiteral("nothing")), dangling));
+        QFile huge(myDirectory.filePath(QStringLiteral("huge")));
+        QVERIFY(huge.open(QIODevice::WriteOnly));
+        QVERIFY(huge.resize(LvFileHandler::maximumFileSize + 1)); // sparse, takes no room
+        QTest::newRow("missing") << myDirectory.filePath(QStringLiteral("nothing"));
+        QTest::newRow("directory") << myDirectory.path();
+        QTest::newRow("pipe that nobody writes") << pipe;
+        QTest::newRow("link to a pipe") << link;
+        QTest::newRow("dangling link") << dangling;
+        QTest::newRow("endless device") << QStringLiteral("/dev/zero");
+        QTest::newRow("too large") << huge.fileName();
+        QTest::newRow("no name") << QString();
+    }
+
+    void refuses()
+    {
+        QFETCH(QString, path);
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(!LvFileHandler::readBytes(QFileInfo(path)).has_value());
+        QCOMPARE(LvFileHandler::readTextFile(QFileInfo(path)), QStringList());
+        QVERIFY(timer.elapsed() < 5000);
+    }
+
+    void asksTheDiskAnew()
+    {
+        const QFileInfo file(myDirectory.filePath(QStringLiteral("later.txt")));
+        QVERIFY(!file.exists()); // from now on it remembers that
+        QVERIFY(!LvFileHandler::isReadableRegularFile(file));
+        QFile device(file.filePath());
+        QVERIFY(device.open(QIODevice::WriteOnly));
+        device.write("x");
+        device.close();
+        QVERIFY(LvFileHandler::isReadableRegularFile(file));
+        QCOMPARE(LvFileHandler::readTextFile(file), QStringList{"x"});
+    }
+
+    void followsLinksToFiles()
+    {
+        QFile file(myDirectory.filePath(QStringLiteral("target.txt")));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write("x");
+        file.close();
+        const QString link = myDirectory.filePath(QStringLiteral("link.txt"));
+        QVERIFY(QFile::link(file.fileName(), link));
+        QCOMPARE(LvFileHandler::readTextFile(QFileInfo(link)), QStringList{"x"});
+    }
+
+private:
+    QTemporaryDir myDirectory;
+};
+
+LV_TEST_MAIN(tst_LvFileHandler)
+#include "tst_LvFileHandler.moc"
