@@ -22,13 +22,15 @@ LvExitCode LvCommand::execute(const QStringList& arguments)
     const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")},
                                         translated("Show this help."));
     parser.addOption(helpOption);
-    parser.addPositionalArgument(name(), {}, name());
     parser.addPositionalArgument(QStringLiteral("files"), translated("Track files: GPX, KML or KMZ."),
                                  QStringLiteral("FILE..."));
     addOptions(parser);
     const bool isUnderstood = parser.parse(QStringList(QCoreApplication::applicationName()) + arguments);
     if (parser.isSet(helpOption)) {
-        print(parser.helpText());
+        // The parser's own first line does not know the command.
+        const QString help = parser.helpText();
+        print(translated("Usage: lvtracks %1 [OPTION...] FILE...\n").arg(name())
+              + help.mid(help.indexOf(QLatin1Char('\n')) + 1));
         return LvExitCode::Success;
     }
     if (!isUnderstood) {

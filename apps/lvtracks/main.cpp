@@ -3,6 +3,7 @@
 #include "LvRenderCommand.h"
 
 #include <QGuiApplication>
+#include <QStringList>
 
 #include <cstdio>
 
@@ -43,7 +44,6 @@ void handleMessage(QtMsgType type, const QMessageLogContext& /*context*/, const 
 
 LvExitCode runCommand(QStringList arguments)
 {
-    arguments.removeFirst(); // the name of the program
     if (arguments.isEmpty()) {
         LvCommand::printError(translated("no command given (try: lvtracks --help)"));
         return LvExitCode::WrongUsage;
@@ -78,9 +78,15 @@ int main(int argc, char* argv[])
     if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    const QGuiApplication application(argc, argv);
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    }
+    // The toolkit sees the name of the program only: it would take options such as --style for its own.
+    int visibleCount = 1;
+    const QGuiApplication application(visibleCount, argv);
     QCoreApplication::setOrganizationName(QStringLiteral("LvGeoLocation"));
     QCoreApplication::setApplicationName(QStringLiteral("lvtracks"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LV_VERSION));
-    return static_cast<int>(runCommand(QCoreApplication::arguments()));
+    return static_cast<int>(runCommand(arguments));
 }
