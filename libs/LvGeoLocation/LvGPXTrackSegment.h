@@ -2,11 +2,11 @@
 
 #include "LvGPXTrackElement.h"
 #include "LvGPXTrackPoint.h"
+#include "LvIntRange.h"
 #include "lvgeolocation_export.h"
 
 #include <QList>
 
-class LvIntRange;
 class QDomElement;
 
 /**

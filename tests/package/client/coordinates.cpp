@@ -250,7 +250,7 @@ void coordinates::projection()
     QCOMPARE(LvMapProjection::normalizedToLongitude(1), 180.0);
     QCOMPARE(wide.getPixelCoordinateByMapCoordinate(5, 5), pixel);
     const LvMapProjection dateLine(LvGeoPositionRect(LvLatitudeRange(-10, 10), LvLongitudeRange(170, -170)),
-                                   QSize(400, 400));
+                                   QSize(400, 500));
     QCOMPARE(dateLine.projectate(LvGeoPosition(0, 170)).x(), 0.0);
     QVERIFY(dateLine.projectate(LvGeoPosition(0, -175)).x() < 0);
 }

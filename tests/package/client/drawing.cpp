@@ -81,7 +81,7 @@ void drawing::paths()
 {
     const Renderer renderer(lineSelection(1, 1024), QSize(360, 180), 1.0);
     const QPainterPath path = renderer.createPainterPath(lineSelection(1, 1024).value(0));
-    QCOMPARE(path.elementCount(), 4);
+    QCOMPARE(path.elementCount(), 3);
     QCOMPARE(path.currentPosition(), QPointF(270, 89));
     QCOMPARE(renderer.carthesian(2, 180), QPointF(2, 0));
     QCOMPARE(renderer.movePolar(QPointF(1, 1), 2, 180), QPointF(3, 1));

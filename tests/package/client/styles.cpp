@@ -2,6 +2,7 @@
 
 #include <QCheckBox>
 #include <QDomDocument>
+#include <QSettings>
 #include <QSignalSpy>
 #include <QStandardPaths>
 #include <QTest>
