@@ -1,0 +1,194 @@
+#include "LvFuzzTracks.h"
+
+#include "LvFuzz.h"
+#include "LvGPXConfiguredTrack.h"
+#include "LvGPXConfiguredTrackList.h"
+#include "LvGPXTrack.h"
+#include "LvGPXTrackConfiguration.h"
+#include "LvGPXTrackPoint.h"
+#include "LvGPXTrackSegment.h"
+#include "LvGeoPosition.h"
+#include "LvGeoPositionList.h"
+#include "LvXMLBuilder.h"
+
+#include <QDateTime>
+
+#include <cmath>
+#include <limits>
+#include <utility>
+
+namespace
+{
+
+// A KML tuple is written with ten digits after the point and read with seven of them.
+constexpr double tupleToleranceDegrees = 1.01e-7;
+
+bool isSameNumber(double a, double b)
+{
+    return a == b || (std::isnan(a) && std::isnan(b));
+}
+
+bool isSamePoint(const LvGPXTrackPoint& a, const LvGPXTrackPoint& b)
+{
+    return LvFuzz::isSamePosition(a.position(), b.position()) && a.elevation() == b.elevation()
+        && a.timeStamp() == b.timeStamp() && a.timeStamp().isValid() == b.timeStamp().isValid()
+        && a.description() == b.description();
+}
+
+bool isSamePoints(const QList<LvGPXTrackPoint>& a, const QList<LvGPXTrackPoint>& b)
+{
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), isSamePoint);
+}
+
+QList<QList<LvGPXTrackPoint>> pointsOfSegments(const LvGPXTrack& track)
+{
+    QList<QList<LvGPXTrackPoint>> result;
+    const QList<LvGPXTrackSegment> segments = track.segments();
+    for (const LvGPXTrackSegment& segment : segments) {
+        result.append(segment.trackPoints());
+    }
+    return result;
+}
+
+/// The points that the compact form keeps of each segment; a segment without any is not read back.
+QList<QList<LvGPXTrackPoint>> keptPointsOfSegments(const LvGPXTrack& track)
+{
+    QList<QList<LvGPXTrackPoint>> result;
+    const QList<QList<LvGPXTrackPoint>> segments = pointsOfSegments(track);
+    for (const QList<LvGPXTrackPoint>& points : segments) {
+        QList<LvGPXTrackPoint> kept;
+        for (const LvGPXTrackPoint& point : points) {
+            const LvGPXTrackPoint read = LvGPXTrackPoint::decodeKml(point.toKml());
+            if (!read.isNull()) {
+                kept.append(read);
+            }
+        }
+        if (!kept.isEmpty()) {
+            result.append(kept);
+        }
+    }
+    return result;
+}
+
+double keptWidth(double width)
+{
+    constexpr double lowest = std::numeric_limits<int>::min();
+    constexpr double highest = std::numeric_limits<int>::max();
+    return std::isnan(width) ? 0.0 : std::clamp(std::trunc(width), lowest, highest);
+}
+
+} // namespace
+
+void LvFuzz::checkElement(const LvGPXTrackElement& element)
+{
+    const LvGeoPositionList points = element.allPoints();
+    LvGeoPositionList joined;
+    const QList<LvGeoPositionList> chunks = element.chunkedPoints();
+    for (const LvGeoPositionList& chunk : chunks) {
+        joined.append(chunk);
+    }
+    expect(std::equal(points.begin(), points.end(), joined.begin(), joined.end(), isSamePosition),
+           "the chunks are the points");
+    expect(element.isSinglePoint() ? points.size() == 1 : true, "a single point is one point");
+    const LvGeoPositionRect box = element.boundingBox();
+    for (const LvGeoPosition& point : points) {
+        expect(!point.isValid() || box.contains(point), "the bounding box contains every valid point");
+    }
+    const QList<QDateTime> stamps = element.allTimeStamps();
+    expect(stamps.size() == points.size(), "there is a time stamp per point");
+    const bool areAllValid =
+        std::all_of(stamps.begin(), stamps.end(), [](const QDateTime& stamp) { return stamp.isValid(); });
+    const LvRange<QDateTime> frame = element.timeFrame();
+    for (const QDateTime& stamp : stamps) {
+        expect(!areAllValid || frame.contains(stamp), "the time frame contains every time stamp");
+    }
+}
+
+void LvFuzz::checkPoint(const LvGPXTrackPoint& point)
+{
+    const LvGPXTrackPoint read = LvGPXTrackPoint::decodeKml(point.toKml());
+    const LvGeoPosition before = point.position();
+    const LvGeoPosition after = read.position();
+    if (before.latitude().isValid() && before.longitude().isValid()) {
+        expect(std::abs(before.latitude().decimalDegrees() - after.latitude().decimalDegrees())
+                       < tupleToleranceDegrees
+                   && std::abs(before.longitude().decimalDegrees() - after.longitude().decimalDegrees())
+                       < tupleToleranceDegrees,
+               "a tuple keeps the position to seven digits");
+        const LvGPXTrackPoint again = LvGPXTrackPoint::decodeKml(read.toKml());
+        expect(isSamePosition(after, again.position()), "what a tuple has kept it keeps for ever");
+    }
+    expect(read.elevation() == point.elevation(), "a tuple keeps the elevation");
+    const QDateTime expected = point.timeStamp().isValid()
+        ? QDateTime::fromSecsSinceEpoch(point.timeStamp().toMSecsSinceEpoch(), Qt::UTC)
+        : QDateTime();
+    expect(read.timeStamp() == expected && read.timeStamp().isValid() == expected.isValid(),
+           "the milliseconds of a tuple are read as seconds");
+}
+
+void LvFuzz::checkTrack(const LvGPXTrack& track)
+{
+    QList<LvGPXTrack> pending{track};
+    while (!pending.isEmpty()) {
+        const LvGPXTrack current = pending.takeLast();
+        checkElement(current);
+        expect(current.countPoints() == current.allPoints().size(), "the points are counted");
+        const QList<LvGPXTrackSegment> segments = current.segments();
+        for (const LvGPXTrackSegment& segment : segments) {
+            expect(segment.isValid(), "no segment is empty");
+            const QList<LvGPXTrackPoint> points = segment.trackPoints();
+            std::for_each(points.begin(), points.end(), checkPoint);
+        }
+        expect(current == LvGPXTrack(current), "a copy is equal");
+        expect(!(current < current) && !(current > current), "no track is less than itself");
+        const QList<LvGPXTrack> enclaves = current.enclaves();
+        for (const LvGPXTrack& enclave : enclaves) {
+            static_cast<void>(current.isEnclave(enclave));
+        }
+        pending += enclaves;
+    }
+}
+
+void LvFuzz::checkTracks(const LvGPXConfiguredTrackList& tracks)
+{
+    for (const LvGPXConfiguredTrack& track : tracks) {
+        checkTrack(track.track());
+        static_cast<void>(track.drawingPoints());
+        static_cast<void>(track.positionRelativeFromStart(0.25));
+    }
+}
+
+bool LvFuzz::isSamePosition(const LvGeoPosition& a, const LvGeoPosition& b)
+{
+    return isSameNumber(a.latitude().decimalDegrees(), b.latitude().decimalDegrees())
+        && isSameNumber(a.longitude().decimalDegrees(), b.longitude().decimalDegrees());
+}
+
+bool LvFuzz::isWhatWasWritten(const LvGPXTrack& read, const LvGPXTrack& written)
+{
+    QList<std::pair<LvGPXTrack, LvGPXTrack>> pending{{read, written}};
+    while (!pending.isEmpty()) {
+        const auto [after, before] = pending.takeLast();
+        const QList<QList<LvGPXTrackPoint>> found = pointsOfSegments(after);
+        const QList<QList<LvGPXTrackPoint>> kept = keptPointsOfSegments(before);
+        const QList<LvGPXTrack> enclaves = after.enclaves();
+        const QList<LvGPXTrack> expectedEnclaves = before.enclaves();
+        if (after.name() != LvXMLBuilder::legalText(before.name()) || !after.description().isEmpty()
+            || after.shape() != before.shape() || enclaves.size() != expectedEnclaves.size()
+            || !std::equal(found.begin(), found.end(), kept.begin(), kept.end(), isSamePoints)) {
+            return false;
+        }
+        for (qsizetype index = 0; index < enclaves.size(); ++index) {
+            pending.append({enclaves.at(index), expectedEnclaves.at(index)});
+        }
+    }
+    return true;
+}
+
+bool LvFuzz::isWhatWasWritten(const LvGPXTrackConfiguration& read, const LvGPXTrackConfiguration& written)
+{
+    LvGPXTrackConfiguration expected = written;
+    expected.setLineWidth(keptWidth(written.lineWidth().value()));
+    expected.setHaloWidth(keptWidth(written.haloWidth().value()));
+    return read == expected;
+}

@@ -1,0 +1,36 @@
+#pragma once
+
+class LvGPXConfiguredTrackList;
+class LvGPXTrack;
+class LvGPXTrackConfiguration;
+class LvGPXTrackElement;
+class LvGPXTrackPoint;
+class LvGeoPosition;
+
+/// Rules that hold for tracks from anywhere; each reports what is broken through LvFuzz::expect().
+namespace LvFuzz
+{
+
+/// All views of the points of one element fit together.
+void checkElement(const LvGPXTrackElement& element);
+
+/// The KML tuple of the point gives the point back, as exactly as the form is.
+void checkPoint(const LvGPXTrackPoint& point);
+
+/// checkElement() and checkPoint() for the track, its segments and its enclaves, and the order of tracks.
+void checkTrack(const LvGPXTrack& track);
+
+void checkTracks(const LvGPXConfiguredTrackList& tracks);
+
+/// Equal, also when both hold no numbers.
+[[nodiscard]] bool isSamePosition(const LvGeoPosition& a, const LvGeoPosition& b);
+
+/// Whether a track is what the format can keep of the one that was written: no description, positions to
+/// seven digits, no point at 0°/0°, milliseconds that come back as seconds.
+[[nodiscard]] bool isWhatWasWritten(const LvGPXTrack& read, const LvGPXTrack& written);
+
+/// The same for configurations, whose widths are written as whole pixels.
+[[nodiscard]] bool isWhatWasWritten(const LvGPXTrackConfiguration& read,
+                                    const LvGPXTrackConfiguration& written);
+
+} // namespace LvFuzz
