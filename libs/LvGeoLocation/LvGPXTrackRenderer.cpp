@@ -47,6 +47,11 @@ bool isDrawable(const QPointF& pixel)
     return std::abs(pixel.x()) <= farthestPixel && std::abs(pixel.y()) <= farthestPixel;
 }
 
+bool hasAlphaByte(const QImage& image)
+{
+    return image.format() == QImage::Format_ARGB32 || image.format() == QImage::Format_ARGB32_Premultiplied;
+}
+
 bool hasStroke(const LvGPXTrackConfiguration& config, TrackRenderOption option)
 {
     return option == TrackRenderOption::Foreground
@@ -205,8 +210,7 @@ QImage LvGPXTrackRenderer::crop(const QImage& background) const
 void LvGPXTrackRenderer::mergeCropping(QImage& result, const QImage& mask, const LvIntRange& rows,
                                        std::span<const uchar, 256> table)
 {
-    if (result.format() != QImage::Format_ARGB32
-        || (!mask.isNull() && mask.format() != QImage::Format_ARGB32)) {
+    if (!hasAlphaByte(result) || (!mask.isNull() && !hasAlphaByte(mask))) {
         return;
     }
     const int end = std::min(rows.lastIndexEvenIfUnvalid(), result.height());
@@ -222,6 +226,12 @@ void LvGPXTrackRenderer::mergeCropping(QImage& result, const QImage& mask, const
             pixels[column] = (pixels[column] & 0x00ffffffU) | (alpha << 24U);
         }
     }
+}
+
+void LvGPXTrackRenderer::mergeCropping(QImage& result, const QImage& mask, const LvIntRange& rows,
+                                       const uchar* table)
+{
+    mergeCropping(result, mask, rows, std::span<const uchar, 256>(table, 256));
 }
 
 QPointF LvGPXTrackRenderer::aroundTheWorldOffset() const

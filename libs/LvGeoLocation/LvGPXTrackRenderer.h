@@ -87,10 +87,13 @@ public:
     [[nodiscard]] QImage crop(const QImage& background) const;
 
     /// Replaces the alpha byte of each pixel of the given rows by the table's entry for the alpha byte of the
-    /// mask. Rows and columns outside the mask count as alpha 0. Both images are QImage::Format_ARGB32, any
-    /// other is left alone.
+    /// mask; colour bytes stay. Rows and columns outside the mask count as alpha 0. Nothing happens unless
+    /// the pixels of both images have an alpha byte in front of three colour bytes, premultiplied or not.
     static void mergeCropping(QImage& result, const QImage& mask, const LvIntRange& rows,
                               std::span<const uchar, 256> table);
+
+    /// The same with the first of the table's 256 bytes.
+    static void mergeCropping(QImage& result, const QImage& mask, const LvIntRange& rows, const uchar* table);
 
     /// The pixel vector from one copy of the world to its eastern neighbour.
     [[nodiscard]] QPointF aroundTheWorldOffset() const;

@@ -1604,10 +1604,19 @@ void tst_LvGPXTrackRenderer::mergeCropping()
     QCOMPARE(result, before);
     LvGPXTrackRenderer::mergeCropping(result, mask, LvIntRange(-5, 100), table); // no row outside the image
     QCOMPARE(qAlpha(result.pixel(3, 5)), 205);
-    QImage premultiplied(4, 6, QImage::Format_RGB16);
-    premultiplied.fill(Qt::red);
-    LvGPXTrackRenderer::mergeCropping(premultiplied, mask, LvIntRange(0, 5), table);
-    QCOMPARE(premultiplied.pixelColor(1, 1), QColor(Qt::red));
+    QImage withoutAlpha(4, 6, QImage::Format_RGB16);
+    withoutAlpha.fill(Qt::red);
+    LvGPXTrackRenderer::mergeCropping(withoutAlpha, mask, LvIntRange(0, 5), table);
+    QCOMPARE(withoutAlpha.pixelColor(1, 1), QColor(Qt::red));
+    const QImage unchanged = result;
+    LvGPXTrackRenderer::mergeCropping(result, withoutAlpha, LvIntRange(0, 5), table);
+    QCOMPARE(result, unchanged);
+
+    // The mask as renderForeground() makes it, and the table by its first byte.
+    QImage premultiplied(4, 6, QImage::Format_ARGB32_Premultiplied);
+    premultiplied.fill(QColor(200, 100, 0, 30));
+    LvGPXTrackRenderer::mergeCropping(result, premultiplied, LvIntRange(0, 5), table.data());
+    QCOMPARE(result.pixel(2, 2), qRgba(9, 9, 9, 225));
 }
 
 void tst_LvGPXTrackRenderer::emptyTracks()
