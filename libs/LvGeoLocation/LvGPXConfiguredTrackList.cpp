@@ -19,6 +19,11 @@ LvGPXConfiguredTrackList::LvGPXConfiguredTrackList(const QList<LvGPXConfiguredTr
 {
 }
 
+LvGPXConfiguredTrackList::LvGPXConfiguredTrackList(std::initializer_list<LvGPXConfiguredTrack> tracks)
+    : myTracks(tracks)
+{
+}
+
 LvGPXConfiguredTrackList::LvGPXConfiguredTrackList(const QDomElement& parent, const QString& tagName,
                                                    const QDir& dir)
 {

@@ -6,6 +6,8 @@
 
 #include <QList>
 
+#include <initializer_list>
+
 class QDir;
 class QDomElement;
 
@@ -27,6 +29,7 @@ public:
         const LvGPXConfiguredTrack& track); // NOLINT(google-explicit-constructor) list of one
     LvGPXConfiguredTrackList( // NOLINT(google-explicit-constructor) nothing is lost or added
         const QList<LvGPXConfiguredTrack>& tracks);
+    LvGPXConfiguredTrackList(std::initializer_list<LvGPXConfiguredTrack> tracks);
     /// Reads every child element of the given name, in document order.
     /// @param dir the directory that names of included files are relative to
     LvGPXConfiguredTrackList(const QDomElement& parent, const QString& tagName, const QDir& dir);

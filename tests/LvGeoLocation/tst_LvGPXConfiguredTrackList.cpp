@@ -106,6 +106,13 @@ void tst_LvGPXConfiguredTrackList::constructors()
     QCOMPARE(namesOf(list), QStringLiteral("AB"));
     QVERIFY(list.isValid());
     QVERIFY(!list.isEmpty());
+
+    const LvGPXConfiguredTrackList listed{named("A"), named("B"), named("C")};
+    QCOMPARE(namesOf(listed), QStringLiteral("ABC"));
+    QCOMPARE(namesOf(LvGPXConfiguredTrackList({named("A"), named("B")})), QStringLiteral("AB"));
+    QVERIFY(LvGPXConfiguredTrackList({}).isEmpty());
+    const LvGPXConfiguredTrackList copy{listed}; // a list of the same tracks, not one of a list
+    QCOMPARE(namesOf(copy), QStringLiteral("ABC"));
 }
 
 void tst_LvGPXConfiguredTrackList::access()
