@@ -1,0 +1,134 @@
+#include "LvTrackXml.h"
+
+#include "LvGPXTrack.h"
+#include "LvGPXTrackPoint.h"
+#include "LvGPXTrackSegment.h"
+#include "LvGeoPosition.h"
+#include "LvXMLBuilder.h"
+
+#include <QDateTime>
+#include <QList>
+#include <QStringList>
+
+#include <algorithm>
+#include <utility>
+
+namespace
+{
+
+constexpr int coordinateDecimals = 10;
+constexpr qint64 millisecondsPerSecond = 1000;
+constexpr int firstYear = 1;
+constexpr int lastYear = 9999;
+
+bool isWritable(const QDateTime& time)
+{
+    const int year = time.date().year();
+    return year >= firstYear && year <= lastYear;
+}
+
+bool hasMilliseconds(const QDateTime& time)
+{
+    return time.toMSecsSinceEpoch() % millisecondsPerSecond != 0;
+}
+
+/// Whether the point is the same when it has been written and read in the compact form.
+bool fitsCompactForm(const LvGPXTrackPoint& point)
+{
+    const QDateTime time = point.timeStamp();
+    return point.description().isEmpty() && !point.isNull()
+        && (!time.isValid() || !hasMilliseconds(time) || !isWritable(time.toUTC()));
+}
+
+/// One point in the compact form, with the time in seconds as it is read.
+QString compactForm(const LvGPXTrackPoint& point)
+{
+    QString text = point.toKml();
+    if (point.timeStamp().isValid()) {
+        text.truncate(text.lastIndexOf(QLatin1Char(',')) + 1);
+        text += QString::number(point.timeStamp().toSecsSinceEpoch());
+    }
+    return text;
+}
+
+void writeSegment(const QDomElement& trk, const LvGPXTrackSegment& segment)
+{
+    const QList<LvGPXTrackPoint> points = segment.trackPoints();
+    if (points.isEmpty()) {
+        return;
+    }
+    QDomElement element = LvXMLBuilder::buildDomElement(trk, QStringLiteral("trkseg"));
+    if (std::all_of(points.cbegin(), points.cend(), fitsCompactForm)) {
+        QStringList tuples;
+        tuples.reserve(points.size());
+        std::transform(points.cbegin(), points.cend(), std::back_inserter(tuples), compactForm);
+        LvXMLBuilder::buildDomElement(element, QStringLiteral("compressedPoints"),
+                                      tuples.join(QLatin1Char('\n')));
+        return;
+    }
+    for (const LvGPXTrackPoint& point : points) {
+        LvTrackXml::appendPoint(element, point);
+    }
+}
+
+QString decimal(double degrees)
+{
+    QString text = QString::number(degrees, 'f', coordinateDecimals);
+    while (text.endsWith(QLatin1Char('0'))) {
+        text.chop(1);
+    }
+    return text.endsWith(QLatin1Char('.')) ? text.chopped(1) : text;
+}
+
+} // namespace
+
+QString LvTrackXml::trackTag()
+{
+    return QStringLiteral("trk");
+}
+
+void LvTrackXml::writeTrack(const QDomElement& trk, const LvGPXTrack& track)
+{
+    // A list of what is still to be written instead of recursion, because enclaves may be nested deeply.
+    QList<std::pair<QDomElement, LvGPXTrack>> pending{{trk, track}};
+    while (!pending.isEmpty()) {
+        auto [element, current] = pending.takeLast();
+        LvGPXTrack head(current.name(), QString(), {}, current.shape());
+        head.setShape(current.shape()); // also an automatic one
+        head.buildXmlBody(element);
+        if (!current.description().isEmpty()) {
+            LvXMLBuilder::buildDomElement(element, QStringLiteral("desc"), current.description());
+        }
+        const QList<LvGPXTrackSegment> segments = current.segments();
+        for (const LvGPXTrackSegment& segment : segments) {
+            writeSegment(element, segment);
+        }
+        const QList<LvGPXTrack> enclaves = current.enclaves();
+        if (!enclaves.isEmpty()) {
+            const QDomElement list = LvXMLBuilder::buildDomElement(element, QStringLiteral("enclaves"));
+            for (const LvGPXTrack& enclave : enclaves) {
+                pending.append({LvXMLBuilder::buildDomElement(list, trackTag()), enclave});
+            }
+        }
+    }
+}
+
+void LvTrackXml::appendPoint(QDomElement& segment, const LvGPXTrackPoint& point)
+{
+    const QDateTime time = point.timeStamp().toUTC();
+    const bool hasTime = time.isValid() && isWritable(time);
+    LvGPXTrackPoint(point.position(), point.elevation(), hasTime ? time : QDateTime(), point.description())
+        .toXml(segment);
+    QDomElement element = segment.lastChildElement();
+    // Short numbers may come with an exponent, which the format does not know; nor does it know 180.
+    const double latitude = point.position().latitude().decimalDegrees();
+    const double longitude = point.position().longitude().decimalDegrees();
+    element.setAttribute(QStringLiteral("lat"), decimal(latitude));
+    element.setAttribute(QStringLiteral("lon"), decimal(longitude == 180.0 ? -180.0 : longitude));
+    if (hasTime && hasMilliseconds(time)) {
+        element.firstChildElement(QStringLiteral("time"))
+            .firstChild()
+            .toText()
+            .setData(time.toString(Qt::ISODateWithMs));
+    }
+}

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QDomElement>
+#include <QString>
+
+class LvGPXTrack;
+class LvGPXTrackPoint;
+
+/**
+ * Writing of tracks as XML in such a way that reading gives back what was written.
+ *
+ * The compact form of segments that the library writes is made for drawing: it has no texts, and its time
+ * stamps read otherwise than they were written. All functions may be called from any thread, each with a
+ * document of its own.
+ */
+namespace LvTrackXml
+{
+
+/// "trk", the element that holds a track.
+QString trackTag();
+
+/// Fills an empty "trk" element with name, description, shape, segments and enclaves, for
+/// LvGPXTrack::fromXml(). Segments stand in the compact form where that keeps all of their points, else
+/// point by point. Segments without points are left out.
+void writeTrack(const QDomElement& trk, const LvGPXTrack& track);
+
+/// Appends a "trkpt" element that is valid GPX 1.1: decimals without an exponent, longitudes below 180, the
+/// time in UTC, with milliseconds where there are some. A time beyond the years 1 to 9999, which the format
+/// cannot hold, is left out.
+void appendPoint(QDomElement& segment, const LvGPXTrackPoint& point);
+
+} // namespace LvTrackXml

@@ -1,0 +1,240 @@
+#include "LvTrackDocumentFile.h"
+
+#include "LvFileHandler.h"
+#include "LvGPXConfiguredTrack.h"
+#include "LvGPXConfiguredTrackList.h"
+#include "LvGPXTrackConfiguration.h"
+#include "LvGPXTrackFileRegistry.h"
+#include "LvGPXTrackFileRegistryKey.h"
+#include "LvTrackDocument.h"
+#include "LvTrackXml.h"
+#include "LvUniqueFilenameMaker.h"
+#include "LvXMLBuilder.h"
+#include "LvXMLLoader.h"
+#include "LvXMLParser.h"
+
+#include <QDir>
+#include <QDomDocument>
+#include <QFileInfo>
+#include <QSet>
+
+#include <cmath>
+#include <optional>
+
+namespace
+{
+
+constexpr int formatVersion = 1;
+
+const QString rootTag = QStringLiteral("lvtracks");
+const QString versionAttribute = QStringLiteral("version");
+const QString selectionTag = QStringLiteral("selection");
+const QString listTag = QStringLiteral("gpxtrack");
+const QString trackTag = QStringLiteral("configuredTrack");
+const QString oldTrackTag = QStringLiteral("locationTrack");
+const QString includeTag = QStringLiteral("include");
+const QString visibleAttribute = QStringLiteral("visible");
+
+/// The directory that names of track files are relative to.
+QDir directoryOf(const QFileInfo& document)
+{
+    QDir directory(document.absolutePath());
+    // The library takes a directory that equals the current one for "none" and would leave out the tracks.
+    // Directories with different filters are not equal.
+    directory.setFilter(QDir::Files);
+    return directory;
+}
+
+/// The elements of the tracks in the order in which the library reads them.
+QList<QDomElement> trackElements(const QDomElement& selection)
+{
+    const QDomElement list = selection.firstChildElement(listTag);
+    QList<QDomElement> elements;
+    for (const QString& tag : {oldTrackTag, trackTag}) {
+        for (QDomElement element = list.firstChildElement(tag); !element.isNull();
+             element = element.nextSiblingElement(tag)) {
+            elements.append(element);
+        }
+    }
+    return elements;
+}
+
+QString includedFile(const QDomElement& trackElement)
+{
+    return trackElement.firstChildElement(LvTrackXml::trackTag()).firstChildElement(includeTag).text();
+}
+
+/// Widths are read with their fractions, but the library writes none.
+void writeWidth(const QDomElement& element, const QString& tag, double width)
+{
+    const QDomElement child = element.firstChildElement(tag);
+    if (std::isfinite(width) && width != std::trunc(width)) {
+        child.firstChild().toText().setData(QString::number(width, 'g', QLocale::FloatingPointShortest));
+    }
+}
+
+/// The selection with tracks that have a name and nothing else.
+LvGPXTrackSelection withoutPoints(const LvGPXTrackSelection& selection)
+{
+    LvGPXConfiguredTrackList tracks = selection.tracks();
+    for (LvGPXConfiguredTrack& track : tracks) {
+        track.setTrack(LvGPXTrack());
+    }
+    LvGPXTrackSelection result = selection;
+    result.setTracks(tracks);
+    return result;
+}
+
+/// Makes sure that the track has its file in the directory. Returns why not; an empty text on success.
+QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
+{
+    LvGPXTrackFileRegistry* registry = LvGPXTrackFileRegistry::instance();
+    const LvGPXTrackFileRegistryKey key(track, directory);
+    const QString known = registry->fileName(key);
+    if (!known.isEmpty() && LvGPXTrackFileRegistry::createFileInfo(key, known).exists()) {
+        return {};
+    }
+    const QFileInfo wanted(directory, QStringLiteral("track.gps"));
+    const QFileInfo file =
+        LvUniqueFilenameMaker::instance()->makeUniqueFileNameInSafeContainer(wanted, QSet<QDir>{directory});
+    QDomDocument document;
+    const QDomElement root = LvXMLBuilder::buildRootElement(document, QStringLiteral("includedTrack"));
+    LvTrackXml::writeTrack(LvXMLBuilder::buildDomElement(root, LvTrackXml::trackTag()), track);
+    QStringList errors;
+    if (!LvXMLBuilder::saveUTF8(document, file, &errors)) {
+        return errors.join(QLatin1Char(' ')).simplified();
+    }
+    registry->registerFile(key, file.fileName());
+    return {};
+}
+
+} // namespace
+
+QString LvTrackDocumentFile::suffix()
+{
+    return QStringLiteral("lvt");
+}
+
+QString LvTrackDocumentFile::nameFilter()
+{
+    return tr("Spurdokumente (*.%1)").arg(suffix());
+}
+
+bool LvTrackDocumentFile::hasSuffix(const QString& fileName)
+{
+    return QFileInfo(fileName).suffix().compare(suffix(), Qt::CaseInsensitive) == 0;
+}
+
+QString LvTrackDocumentFile::write(const LvTrackDocumentContent& content, const QString& fileName,
+                                   TrackStorage storage)
+{
+    const QFileInfo file(fileName);
+    const QDir directory = directoryOf(file);
+    if (!directory.exists()) {
+        return tr("Den Ordner „%1“ gibt es nicht.").arg(QDir::toNativeSeparators(directory.path()));
+    }
+    const LvGPXConfiguredTrackList tracks = content.selection.tracks();
+    const bool hasFiles = storage == TrackStorage::SeparateFiles;
+    for (qsizetype row = 0; hasFiles && row < tracks.count(); ++row) {
+        const QString errorText = ensureTrackFile(tracks.at(row).track(), directory);
+        if (!errorText.isEmpty()) {
+            return errorText;
+        }
+    }
+
+    QDomDocument document;
+    QDomElement root = LvXMLBuilder::buildRootElement(document, rootTag);
+    root.setAttribute(versionAttribute, formatVersion);
+    QDomElement selection = LvXMLBuilder::buildDomElement(root, selectionTag);
+    if (hasFiles) {
+        content.selection.toXml(selection, directory);
+    } else {
+        withoutPoints(content.selection).toXml(selection, QDir(QString()));
+    }
+    const QList<QDomElement> elements = trackElements(selection);
+    for (qsizetype row = 0; row < elements.size(); ++row) {
+        QDomElement element = elements.at(row);
+        const LvGPXConfiguredTrack& track = tracks.at(row);
+        element.setAttribute(visibleAttribute, content.visibility.value(row, true) ? 1 : 0);
+        writeWidth(element, QStringLiteral("pensize"), track.lineWidth().value());
+        writeWidth(element, QStringLiteral("halosize"), track.haloWidth().value());
+        if (!hasFiles) {
+            const QDomElement placeholder = element.firstChildElement(LvTrackXml::trackTag());
+            const QDomElement trk = document.createElement(LvTrackXml::trackTag());
+            element.replaceChild(trk, placeholder);
+            LvTrackXml::writeTrack(trk, track.track());
+        }
+    }
+    QStringList errors;
+    return LvXMLBuilder::saveUTF8(document, file, &errors) ? QString()
+                                                           : errors.join(QLatin1Char(' ')).simplified();
+}
+
+LvTrackDocumentReading LvTrackDocumentFile::read(const QString& fileName)
+{
+    LvTrackDocumentReading result;
+    const QFileInfo file(fileName);
+    const QString shownName = QDir::toNativeSeparators(fileName);
+    const std::optional<QByteArray> bytes = LvFileHandler::readBytes(file);
+    if (!bytes) {
+        result.errorText = file.exists() ? tr("Die Datei „%1“ ist nicht lesbar.").arg(shownName)
+                                         : tr("Die Datei „%1“ gibt es nicht.").arg(shownName);
+        return result;
+    }
+    QDomDocument document;
+    QString message;
+    if (!LvXMLLoader::parse(*bytes, document, &message)) {
+        result.errorText = tr("Die Datei „%1“ ist beschädigt: %2").arg(shownName, message.simplified());
+        return result;
+    }
+    const QDomElement root = document.documentElement();
+    if (root.tagName() != rootTag) {
+        result.errorText = tr("Die Datei „%1“ ist kein Spurdokument.").arg(shownName);
+        return result;
+    }
+    if (LvXMLParser::intAttribute(root, versionAttribute, formatVersion) > formatVersion) {
+        result.errorText =
+            tr("Die Datei „%1“ stammt aus einer neueren Fassung des Programms.").arg(shownName);
+        return result;
+    }
+
+    const QDomElement selectionElement = root.firstChildElement(selectionTag);
+    LvTrackDocumentContent& content = result.content;
+    content.selection = LvGPXTrackSelection(selectionElement, directoryOf(file));
+    const LvGPXConfiguredTrackList allTracks = content.selection.tracks();
+    const QList<QDomElement> elements = trackElements(selectionElement);
+    LvGPXConfiguredTrackList tracks;
+    for (qsizetype row = 0; row < elements.size(); ++row) {
+        const QString included = includedFile(elements.at(row));
+        if (!included.isEmpty() && !allTracks.at(row).track().isValid()) {
+            result.warnings.append(
+                tr("Die Spurdatei „%1“ fehlt oder enthält keine Spur.").arg(included.simplified()));
+            continue;
+        }
+        tracks.append(allTracks.at(row));
+        content.visibility.append(LvXMLParser::boolAttribute(elements.at(row), visibleAttribute, true));
+    }
+    content.selection.setTracks(tracks);
+    return result;
+}
+
+QString LvTrackDocumentFile::save(LvTrackDocument& document, const QString& fileName, TrackStorage storage)
+{
+    QString errorText = write(document.content(), fileName, storage);
+    if (errorText.isEmpty()) {
+        document.markSaved(fileName);
+    }
+    return errorText;
+}
+
+QString LvTrackDocumentFile::open(LvTrackDocument& document, const QString& fileName, QStringList* warnings)
+{
+    const LvTrackDocumentReading reading = read(fileName);
+    if (reading.errorText.isEmpty()) {
+        document.reset(reading.content, fileName);
+    }
+    if (warnings != nullptr) {
+        *warnings = reading.warnings;
+    }
+    return reading.errorText;
+}
