@@ -31,6 +31,10 @@ constexpr int jpegQuality = 92;
 constexpr int opaqueMap = 255; // the cropping opacity that leaves the map as it is
 constexpr int pixelsPerInch = 96; // of SVG and PDF pictures
 constexpr double pointsPerInch = 72.0; // of paper
+constexpr double legendMargin = 10.0; // pixels at factor 1 between the legend and the edges of the picture
+constexpr double liftedHeights = 2.5; // lower edge to top of a scale bar that makes room for the attribution
+constexpr double shrinkStep = 0.9;
+constexpr double smallestTextFactor = 0.1; // below it the legend has no texts
 
 // Neither of the two values that the renderer knows by name: as wide as the line with its halo, but in the
 // colour of the configuration.
@@ -58,6 +62,19 @@ LvGPXConfiguredTrack haloOf(const LvGPXConfiguredTrack& track)
     return halo;
 }
 
+bool hasVisiblePixel(const QImage& image, const QRect& rect)
+{
+    const QRect part = rect.intersected(image.rect());
+    for (int y = part.top(); y <= part.bottom(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(image.constScanLine(y));
+        if (std::any_of(line + part.left(), line + part.right() + 1,
+                        [](QRgb pixel) { return qAlpha(pixel) != 0; })) {
+            return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 LvMapPicture::LvMapPicture(const LvGPXTrackSelection& selection, const LvMapView& view, LvMapSource* source,
@@ -76,17 +93,49 @@ QStringList LvMapPicture::supportedSuffixes()
             QStringLiteral("pdf")};
 }
 
-void LvMapPicture::draw(QPainter& painter) const
+bool LvMapPicture::isLegendOnTracks() const
+{
+    const Legend places = legend();
+    const QRect scale = places.scaleBox.toAlignedRect();
+    const QRect attribution = places.attributionBox.toAlignedRect();
+    const QRect strip = scale.united(attribution);
+    // As wide as the picture, whose width tells the renderer how many copies of the world there are.
+    QImage image = transparentImage({myView.size().width(), strip.height()});
+    if (image.isNull()) {
+        return false;
+    }
+    QPainter painter(&image);
+    painter.translate(0.0, -strip.top());
+    LvMapTrackRenderer(mySelection, myView, myPaintFactor).renderWith(painter, haloOption);
+    painter.end();
+    return hasVisiblePixel(image, scale.translated(0, -strip.top()))
+        || hasVisiblePixel(image, attribution.translated(0, -strip.top()));
+}
+
+int LvMapPicture::legendHeight() const
+{
+    const Legend places = legend();
+    const double lifted = (liftedHeights * places.scaleBox.height()) + (legendMargin * places.scaleFactor);
+    const double attribution =
+        places.attributionBox.height() + (2.0 * legendMargin * places.attributionFactor);
+    return static_cast<int>(std::ceil(std::max(lifted, attribution)));
+}
+
+bool LvMapPicture::draw(QPainter& painter) const
 {
     const LvMapTrackRenderer renderer(mySelection, myView, myPaintFactor);
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
+    bool isComplete = true;
     if (mySelection.effectiveCroppingOpacity() < opaqueMap) {
-        QImage map = transparentImage();
-        QPainter mapPainter(&map);
-        drawMap(mapPainter);
-        mapPainter.end();
-        painter.drawImage(QPointF(0.0, 0.0), renderer.crop(map));
+        QImage map = transparentImage(myView.size());
+        isComplete = !map.isNull();
+        if (isComplete) {
+            QPainter mapPainter(&map);
+            drawMap(mapPainter);
+            mapPainter.end();
+            painter.drawImage(QPointF(0.0, 0.0), renderer.crop(map));
+        }
         renderer.renderWith(painter, TrackRenderOption::Normal);
     } else {
         drawMap(painter);
@@ -94,14 +143,17 @@ void LvMapPicture::draw(QPainter& painter) const
     }
     drawLegend(painter);
     painter.restore();
+    return isComplete;
 }
 
 QImage LvMapPicture::toImage() const
 {
-    QImage image = transparentImage();
+    QImage image = transparentImage(myView.size());
     if (!image.isNull()) {
         QPainter painter(&image);
-        draw(painter);
+        if (!draw(painter)) {
+            return {};
+        }
     }
     return image;
 }
@@ -130,9 +182,54 @@ QString LvMapPicture::save(const QString& fileName) const
     return {};
 }
 
-QImage LvMapPicture::transparentImage() const
+QRect LvMapPicture::pictureRect() const
 {
-    QImage image(myView.size(), QImage::Format_ARGB32_Premultiplied);
+    return {QPoint(0, 0), myView.size()};
+}
+
+LvOsmScaleRenderer LvMapPicture::scaleRenderer(double factor) const
+{
+    return {LvDistance(myView.pixelsPerKilometre() / factor), (QSizeF(myView.size()) / factor).toSize()};
+}
+
+QRectF LvMapPicture::scaleBox(double factor) const
+{
+    const LvOsmScaleRenderer scale = scaleRenderer(factor);
+    QRectF box = scale.textRect(pictureRect(), factor) | scale.strokeRect(pictureRect(), factor);
+    box.setLeft(0.0);
+    const int third = myView.size().width() / 3;
+    return box.right() > third ? box.translated(0.0, -1.5 * box.height()) : box;
+}
+
+LvMapPicture::Legend LvMapPicture::legend() const
+{
+    const QSizeF picture(myView.size());
+    Legend result{myPaintFactor, {}, myPaintFactor, {}};
+    double freeWidth = picture.width();
+    if (myIsScaleBarVisible) {
+        result.scaleBox = scaleBox(result.scaleFactor);
+        while (result.scaleFactor >= smallestTextFactor
+               && (result.scaleBox.right() > picture.width() || result.scaleBox.top() < 0.0)) {
+            result.scaleFactor *= shrinkStep;
+            result.scaleBox = scaleBox(result.scaleFactor);
+        }
+        // A bar that reaches beyond the left third stands above the attribution instead of beside it.
+        freeWidth -=
+            result.scaleBox.right() > std::floor(picture.width() / 3.0) ? 0.0 : result.scaleBox.right();
+    }
+    if (!myAttribution.isEmpty()) {
+        LvCopyrightRenderer::setCopyrightText(myAttribution);
+        const QSizeF size = LvCopyrightRenderer::copyrightTextSize(1.0) + QSizeF(legendMargin, legendMargin);
+        result.attributionFactor =
+            std::min({result.scaleFactor, freeWidth / size.width(), picture.height() / size.height()});
+        result.attributionBox = LvCopyrightRenderer::copyrightRect(pictureRect(), result.attributionFactor);
+    }
+    return result;
+}
+
+QImage LvMapPicture::transparentImage(const QSize& size)
+{
+    QImage image(size, QImage::Format_ARGB32_Premultiplied);
     if (!image.isNull()) {
         image.fill(Qt::transparent);
     }
@@ -173,15 +270,12 @@ void LvMapPicture::drawTracks(QPainter& painter, const LvGPXTrackRenderer& rende
 
 void LvMapPicture::drawLegend(QPainter& painter) const
 {
-    const QRect rect(QPoint(0, 0), myView.size());
+    const Legend places = legend();
     if (myIsScaleBarVisible) {
-        const QSize unscaledSize = (QSizeF(myView.size()) / myPaintFactor).toSize();
-        const LvOsmScaleRenderer scale(LvDistance(myView.pixelsPerKilometre() / myPaintFactor), unscaledSize);
-        scale.renderScale(painter, rect, myPaintFactor);
+        scaleRenderer(places.scaleFactor).renderScale(painter, pictureRect(), places.scaleFactor);
     }
     if (!myAttribution.isEmpty()) {
-        LvCopyrightRenderer::setCopyrightText(myAttribution);
-        LvCopyrightRenderer::renderCopyRight(painter, rect, myPaintFactor);
+        LvCopyrightRenderer::renderCopyRight(painter, pictureRect(), places.attributionFactor);
     }
 }
 
@@ -218,9 +312,9 @@ QByteArray LvMapPicture::encodeSvg() const
     generator.setViewBox(QRect(QPoint(0, 0), myView.size()));
     generator.setTitle(QCoreApplication::applicationName());
     QPainter painter(&generator);
-    draw(painter);
+    const bool isComplete = draw(painter);
     painter.end();
-    return bytes;
+    return isComplete ? bytes : QByteArray();
 }
 
 QByteArray LvMapPicture::encodePdf() const
@@ -236,7 +330,7 @@ QByteArray LvMapPicture::encodePdf() const
     writer.setPageSize(QPageSize(QSizeF(myView.size()) * pointsPerInch / pixelsPerInch, QPageSize::Point,
                                  QString(), QPageSize::ExactMatch));
     QPainter painter(&writer);
-    draw(painter);
+    const bool isComplete = draw(painter);
     painter.end();
-    return bytes;
+    return isComplete ? bytes : QByteArray();
 }

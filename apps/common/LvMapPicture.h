@@ -4,14 +4,19 @@
 #include "LvMapView.h"
 
 #include <QImage>
+#include <QRectF>
 #include <QString>
 
 class LvGPXTrackRenderer;
 class LvMapSource;
+class LvOsmScaleRenderer;
 class QPainter;
 
 /**
  * A finished picture: map, tracks, scale bar and attribution, on an image or in a file.
+ *
+ * Scale bar and attribution are drawn smaller than the paint factor asks for where they would not fit into
+ * the picture or would cover each other.
  *
  * Tracks with a halo get a light seam of its width. Where the selection fades the map (cropping opacity below
  * 255) the halo shows the map instead.
@@ -24,6 +29,11 @@ public:
     LvMapPicture(const LvGPXTrackSelection& selection, const LvMapView& view, LvMapSource* source,
                  double paintFactor);
 
+    [[nodiscard]] const LvGPXTrackSelection& selection() const { return mySelection; }
+
+    /// Shows another part of the globe.
+    void setView(const LvMapView& view) { myView = view; }
+
     /// The notice in the lower right corner; empty for none. By default the one that the map source asks for.
     void setAttribution(const QString& attribution) { myAttribution = attribution; }
 
@@ -35,8 +45,15 @@ public:
     /// The suffixes that save() knows, in lower case: "png", "jpg", "jpeg", "svg", "pdf".
     static QStringList supportedSuffixes();
 
-    /// Draws the picture with a painter whose device has the size of the view.
-    void draw(QPainter& painter) const;
+    /// Whether scale bar or attribution cover a part of the tracks.
+    [[nodiscard]] bool isLegendOnTracks() const;
+
+    /// Pixels at the lower edge that scale bar and attribution need at most, wherever the map is.
+    [[nodiscard]] int legendHeight() const;
+
+    /// Draws the picture with a painter whose device has the size of the view. False when there is not enough
+    /// memory for it, which only a faded map needs.
+    bool draw(QPainter& painter) const;
 
     /// The picture as an image; transparent where there is no map. A null image when there is not enough
     /// memory.
@@ -47,7 +64,20 @@ public:
     [[nodiscard]] QString save(const QString& fileName) const;
 
 private:
-    [[nodiscard]] QImage transparentImage() const;
+    /// Where scale bar and attribution stand, and how large they are drawn.
+    struct Legend {
+        double scaleFactor;
+        QRectF scaleBox; // empty when there is no scale bar
+        double attributionFactor;
+        QRectF attributionBox; // empty when there is no attribution
+    };
+
+    /// Sets the text of the attribution for the whole process as well: it is measured.
+    [[nodiscard]] Legend legend() const;
+    [[nodiscard]] LvOsmScaleRenderer scaleRenderer(double factor) const;
+    [[nodiscard]] QRectF scaleBox(double factor) const;
+    [[nodiscard]] QRect pictureRect() const;
+    [[nodiscard]] static QImage transparentImage(const QSize& size);
     void drawMap(QPainter& painter) const;
     void drawTracks(QPainter& painter, const LvGPXTrackRenderer& renderer) const;
     void drawLegend(QPainter& painter) const;

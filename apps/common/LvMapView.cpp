@@ -98,7 +98,7 @@ LvMapView LvMapView::aroundCenter(const LvGeoPosition& center, double zoom, cons
     return {LvMapProjection(box, size), size};
 }
 
-LvMapView LvMapView::fittedTo(const LvGeoPositionRect& box, const QSize& size)
+LvMapView LvMapView::fittedTo(const LvGeoPositionRect& box, const QSize& size, int reservedHeight)
 {
     if (!box.isValid()) {
         return LvMapView(size);
@@ -125,6 +125,11 @@ LvMapView LvMapView::fittedTo(const LvGeoPositionRect& box, const QSize& size)
     if (right - left >= 1.0) {
         left = 0.0;
         right = 1.0;
+    }
+    if (reservedHeight > 0 && reservedHeight < size.height()) {
+        const double world =
+            std::min(size.width() / (right - left), (size.height() - reservedHeight) / (bottom - top));
+        bottom += reservedHeight / world;
     }
     return {boxOfNormalized(left, right, top, bottom), size};
 }

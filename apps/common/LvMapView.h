@@ -37,8 +37,9 @@ public:
     static LvMapView aroundCenter(const LvGeoPosition& center, double zoom, const QSize& size);
 
     /// The box with some air around it; a box without extent gets a surrounding of half a degree. An invalid
-    /// box gives the whole world.
-    static LvMapView fittedTo(const LvGeoPositionRect& box, const QSize& size);
+    /// box gives the whole world. The box keeps out of so many pixels at the lower edge of the picture, which
+    /// have to be fewer than its height.
+    static LvMapView fittedTo(const LvGeoPositionRect& box, const QSize& size, int reservedHeight = 0);
 
     [[nodiscard]] const LvMapProjection& projection() const { return myProjection; }
 

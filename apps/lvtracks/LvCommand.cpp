@@ -21,7 +21,9 @@ LvExitCode LvCommand::execute(const QStringList& arguments)
     QCommandLineParser parser;
     const QCommandLineOption helpOption({QStringLiteral("h"), QStringLiteral("help")},
                                         translated("Show this help."));
-    parser.addOption(helpOption);
+    const QCommandLineOption versionOption({QStringLiteral("v"), QStringLiteral("version")},
+                                           translated("Show the version."));
+    parser.addOptions({helpOption, versionOption});
     parser.addPositionalArgument(QStringLiteral("files"), translated("Track files: GPX, KML or KMZ."),
                                  QStringLiteral("FILE..."));
     addOptions(parser);
@@ -31,6 +33,10 @@ LvExitCode LvCommand::execute(const QStringList& arguments)
         const QString help = parser.helpText();
         print(translated("Usage: lvtracks %1 [OPTION...] FILE...\n").arg(name())
               + help.mid(help.indexOf(QLatin1Char('\n')) + 1));
+        return LvExitCode::Success;
+    }
+    if (parser.isSet(versionOption)) {
+        printVersion();
         return LvExitCode::Success;
     }
     if (!isUnderstood) {
@@ -55,6 +61,16 @@ void LvCommand::printFileError(const QString& fileName, const QString& reason)
 void LvCommand::print(const QString& text)
 {
     std::fputs(qUtf8Printable(text), stdout);
+}
+
+void LvCommand::printVersion()
+{
+    print(QStringLiteral("lvtracks %1\n").arg(QCoreApplication::applicationVersion()));
+}
+
+bool LvCommand::finishPrinting()
+{
+    return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
 QString LvCommand::singleLine(const QString& text)

@@ -22,7 +22,8 @@ public:
     virtual ~LvCommand();
     Q_DISABLE_COPY_MOVE(LvCommand)
 
-    /// Reads the arguments that follow the command, prints help where it is asked for, and does the work.
+    /// Reads the arguments that follow the command, prints help or version where they are asked for, and does
+    /// the work.
     LvExitCode execute(const QStringList& arguments);
 
     /// Writes one line to the standard error output: "lvtracks: message". Line breaks and other control
@@ -34,6 +35,12 @@ public:
 
     /// Writes a text to the standard output.
     static void print(const QString& text);
+
+    /// Writes "lvtracks" and the version to the standard output.
+    static void printVersion();
+
+    /// Whether all that was printed has reached the standard output, which may be a full disk.
+    [[nodiscard]] static bool finishPrinting();
 
     /// A text in one line, without control characters: what comes out of a file must not control the
     /// terminal.

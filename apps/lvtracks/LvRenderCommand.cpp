@@ -22,6 +22,9 @@ namespace
 {
 
 constexpr int largestSide = 30000; // pixels; the painter's coordinates end a little beyond
+constexpr qint64 largestArea = 1 << 28; // pixels: an image of 1 GiB, of which several are needed
+constexpr double largestLegendShare =
+    0.25; // of the height that scale bar and attribution may have for themselves
 constexpr double smallestFactor = 0.01;
 constexpr double largestFactor = 100.0;
 constexpr double largestZoom = 24.0;
@@ -137,6 +140,7 @@ LvExitCode LvRenderCommand::run(const QCommandLineParser& parser, const QStringL
     if (myAttribution) {
         picture.setAttribution(*myAttribution);
     }
+    makeRoomForLegend(picture);
     errorText = picture.save(myOutputName);
     if (!errorText.isEmpty()) {
         printFileError(myOutputName, errorText);
@@ -217,8 +221,11 @@ QString LvRenderCommand::readNumbers(const QCommandLineParser& parser)
     static const QRegularExpression mySizePattern(QStringLiteral("^([0-9]{1,5})x([0-9]{1,5})$"));
     const QRegularExpressionMatch size = mySizePattern.match(parser.value(QStringLiteral("size")));
     mySize = QSize(size.captured(1).toInt(), size.captured(2).toInt());
-    if (!size.hasMatch() || mySize.isEmpty() || std::max(mySize.width(), mySize.height()) > largestSide) {
-        return translated("--size needs WIDTHxHEIGHT, each from 1 to %1").arg(largestSide);
+    if (!size.hasMatch() || mySize.isEmpty() || std::max(mySize.width(), mySize.height()) > largestSide
+        || qint64(mySize.width()) * mySize.height() > largestArea) {
+        return translated("--size needs WIDTHxHEIGHT, each from 1 to %1 and together at most %2 pixels")
+            .arg(largestSide)
+            .arg(largestArea);
     }
     const QList<double> factor = numbers(parser.value(QStringLiteral("scale")), 1);
     if (factor.isEmpty() || factor.at(0) < smallestFactor || factor.at(0) > largestFactor) {
@@ -265,4 +272,14 @@ LvMapView LvRenderCommand::viewFor(const LvGPXTrackSelection& selection) const
         return LvMapView::aroundCenter(*myCenter, myZoom, mySize);
     }
     return LvMapView::fittedTo(LvTrackBounds::ofSelection(selection), mySize);
+}
+
+void LvRenderCommand::makeRoomForLegend(LvMapPicture& picture) const
+{
+    const int height = picture.legendHeight();
+    const bool isFitted = !myBox && !myCenter;
+    // Small pictures have no room to give away.
+    if (isFitted && height <= mySize.height() * largestLegendShare && picture.isLegendOnTracks()) {
+        picture.setView(LvMapView::fittedTo(LvTrackBounds::ofSelection(picture.selection()), mySize, height));
+    }
 }

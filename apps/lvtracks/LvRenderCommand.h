@@ -11,6 +11,8 @@
 
 #include <optional>
 
+class LvMapPicture;
+
 /// "lvtracks render": draws the tracks of files on a map into a picture file.
 class LvRenderCommand : public LvCommand
 {
@@ -29,6 +31,9 @@ private:
     /// Loads and styles all files; returns how many of them gave nothing.
     qsizetype load(const QStringList& fileNames, bool showProgress, LvGPXTrackSelection& selection) const;
     [[nodiscard]] LvMapView viewFor(const LvGPXTrackSelection& selection) const;
+
+    /// Where the area is free to choose: moves the map up when scale bar or attribution cover tracks.
+    void makeRoomForLegend(LvMapPicture& picture) const;
 
     QString myOutputName;
     QString myMapName;

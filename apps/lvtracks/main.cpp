@@ -54,7 +54,7 @@ LvExitCode runCommand(QStringList arguments)
         return LvExitCode::Success;
     }
     if (command == QLatin1String("-v") || command == QLatin1String("--version")) {
-        LvCommand::print(QStringLiteral("lvtracks %1\n").arg(QCoreApplication::applicationVersion()));
+        LvCommand::printVersion();
         return LvExitCode::Success;
     }
     if (command == QLatin1String("info")) {
@@ -88,5 +88,10 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("LvGeoLocation"));
     QCoreApplication::setApplicationName(QStringLiteral("lvtracks"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LV_VERSION));
-    return static_cast<int>(runCommand(arguments));
+    const LvExitCode exitCode = runCommand(arguments);
+    if (!LvCommand::finishPrinting()) {
+        LvCommand::printError(translated("the standard output cannot be written"));
+        return static_cast<int>(LvExitCode::Failure);
+    }
+    return static_cast<int>(exitCode);
 }
