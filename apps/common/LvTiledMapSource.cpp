@@ -36,7 +36,19 @@ LvTiledMapSource::LvTiledMapSource()
 
 int LvTiledMapSource::zoomFor(const LvMapView& view) const
 {
-    return std::clamp(static_cast<int>(std::lround(view.zoom())), minimumZoom(), maximumZoom());
+    // Tiles with more pixels serve a picture of the same scale from fewer levels down.
+    const double zoom = view.zoom() - std::log2(tilePixelRatio());
+    return std::clamp(static_cast<int>(std::lround(zoom)), minimumZoom(), maximumZoom());
+}
+
+int LvTiledMapSource::tilePixelRatio() const
+{
+    return 1;
+}
+
+bool LvTiledMapSource::isMissingForever(const LvTileKey& /*key*/) const
+{
+    return true;
 }
 
 void LvTiledMapSource::draw(QPainter& painter, const LvMapView& view, double /*paintFactor*/)
@@ -97,22 +109,39 @@ QImage LvTiledMapSource::decodeTile(const QByteArray& bytes)
     return reader.read();
 }
 
+QImage LvTiledMapSource::cachedTile(const LvTileKey& key) const
+{
+    const QImage* cached = myCache.object(key);
+    return cached != nullptr ? *cached : QImage();
+}
+
 QImage LvTiledMapSource::tile(const LvTileKey& key)
 {
     if (const QImage* cached = myCache.object(key)) {
         return *cached;
     }
     const QImage image = loadTile(key);
+    if (!image.isNull() || isMissingForever(key)) {
+        storeTile(key, image);
+    }
+    return image;
+}
+
+void LvTiledMapSource::storeTile(const LvTileKey& key, const QImage& image)
+{
     myCache.insert(key, new QImage(image),
                    cost(image)); // NOLINT(cppcoreguidelines-owning-memory) the cache owns it
-    return image;
 }
 
 void LvTiledMapSource::drawTile(QPainter& painter, const QRect& target, const LvTileKey& key)
 {
+    // A tile that may still come is not worth loading all those above it, but one of them may be at hand.
+    bool isLoadable = true;
     for (int up = 0; key.zoom - up >= minimumZoom(); ++up) {
-        const QImage image = tile({key.zoom - up, key.column >> up, key.row >> up});
+        const LvTileKey above = {key.zoom - up, key.column >> up, key.row >> up};
+        const QImage image = isLoadable ? tile(above) : cachedTile(above);
         if (image.isNull()) {
+            isLoadable = isLoadable && isMissingForever(above);
             continue;
         }
         const double pieces = std::exp2(up);

@@ -24,7 +24,7 @@ size_t qHash(const LvTileKey& key, size_t seed = 0) noexcept;
  *
  * The zoom level whose tiles come nearest to the picture's scale is drawn; where a tile is missing, the part
  * of the next tile above it that exists is enlarged in its place. The tiles of one picture are kept in a
- * bounded cache.
+ * bounded cache, and so is the knowledge that a tile is missing, unless the derived class keeps it itself.
  */
 class LvTiledMapSource : public LvMapSource
 {
@@ -43,12 +43,22 @@ protected:
     /// Reads a tile; a null picture where there is none.
     [[nodiscard]] virtual QImage loadTile(const LvTileKey& key) = 0;
 
+    /// Pixels of a tile for each pixel of an ordinary one of 256 × 256.
+    [[nodiscard]] virtual int tilePixelRatio() const;
+
+    /// Whether a null picture of loadTile() is final. Otherwise it asks again at every drawing.
+    [[nodiscard]] virtual bool isMissingForever(const LvTileKey& key) const;
+
+    /// Puts a tile that came later into the cache.
+    void storeTile(const LvTileKey& key, const QImage& image);
+
     /// Decodes a tile picture. Null when the bytes are no picture of a known kind, or when it is larger than
     /// any tile needs to be: a damaged or hostile file must not make us allocate gigabytes.
     static QImage decodeTile(const QByteArray& bytes);
 
 private:
     [[nodiscard]] QImage tile(const LvTileKey& key);
+    [[nodiscard]] QImage cachedTile(const LvTileKey& key) const;
     void drawTile(QPainter& painter, const QRect& target, const LvTileKey& key);
 
     QCache<LvTileKey, QImage> myCache;
