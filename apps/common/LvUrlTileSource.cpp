@@ -7,7 +7,6 @@
 #include <QNetworkReply>
 #include <QNetworkRequest>
 #include <QStandardPaths>
-#include <QTimer>
 
 #include <algorithm>
 #include <chrono>
@@ -42,6 +41,8 @@ LvUrlTileSource::LvUrlTileSource(const LvTileUrlTemplate& address, const QString
     cache->setMaximumCacheSize(cacheBytes);
     myNetwork->setCache(cache);
     myNetwork->setTransferTimeout(static_cast<int>(timeout.count()));
+    myPauseTimer.setSingleShot(true);
+    connect(&myPauseTimer, &QTimer::timeout, this, &LvUrlTileSource::tilesChanged);
 }
 
 LvUrlTileSource::~LvUrlTileSource()
@@ -83,7 +84,7 @@ QString LvUrlTileSource::attribution() const
 
 bool LvUrlTileSource::isComplete() const
 {
-    return myReplies.isEmpty() && (myWaiting.isEmpty() || !myPauseEnd.hasExpired());
+    return myReplies.isEmpty() && (myWaiting.isEmpty() || myPauseTimer.isActive());
 }
 
 void LvUrlTileSource::draw(QPainter& painter, const LvMapView& view, double paintFactor)
@@ -123,7 +124,7 @@ bool LvUrlTileSource::isMissingForever(const LvTileKey& key) const
 
 void LvUrlTileSource::requestNext()
 {
-    if (!myPauseEnd.hasExpired()) {
+    if (myPauseTimer.isActive()) {
         return;
     }
     while (!myWaiting.isEmpty() && myReplies.size() < maximumRequests) {
@@ -215,14 +216,9 @@ void LvUrlTileSource::pauseFor(int milliseconds)
 {
     // What was waiting is asked for by the next drawing, which is due at the end of the pause.
     myWaiting.clear();
-    if (!myPauseEnd.hasExpired()) {
-        return;
+    if (!myPauseTimer.isActive()) {
+        myPauseTimer.start(milliseconds);
     }
-    myPauseEnd.setRemainingTime(milliseconds);
-    QTimer::singleShot(milliseconds, this, [this] {
-        myPauseEnd.setRemainingTime(0);
-        Q_EMIT tilesChanged();
-    });
 }
 
 void LvUrlTileSource::raise(const QString& message)

@@ -3,12 +3,12 @@
 #include "LvTileUrlTemplate.h"
 #include "LvTiledMapSource.h"
 
-#include <QDeadlineTimer>
 #include <QHash>
 #include <QList>
 #include <QNetworkReply>
 #include <QObject>
 #include <QSet>
+#include <QTimer>
 
 class QNetworkAccessManager;
 
@@ -84,7 +84,7 @@ private:
     QList<LvTileKey> myWaiting; // of the last drawing, in the order of drawing
     QHash<LvTileKey, QNetworkReply*> myReplies;
     QSet<LvTileKey> myRefused;
-    QDeadlineTimer myPauseEnd;
+    QTimer myPauseTimer;
     QString myLastMessage;
     int myPause;
 };
