@@ -103,5 +103,5 @@ QUrl LvTileUrlTemplate::filledWith(const LvTileKey& key) const
     address.replace(QLatin1String("{x}"), QString::number(key.column));
     address.replace(rowFromNorth(), QString::number(key.row));
     address.replace(rowFromSouth(), QString::number(rows - 1 - key.row));
-    return QUrl(address, QUrl::StrictMode);
+    return {address, QUrl::StrictMode};
 }

@@ -120,7 +120,7 @@ QImage LvTiledMapSource::tile(const LvTileKey& key)
     if (const QImage* cached = myCache.object(key)) {
         return *cached;
     }
-    const QImage image = loadTile(key);
+    QImage image = loadTile(key);
     if (!image.isNull() || isMissingForever(key)) {
         storeTile(key, image);
     }
