@@ -18,6 +18,15 @@ QByteArray nested(int depth)
     return QByteArray("<a>").repeated(depth) + QByteArray("</a>").repeated(depth);
 }
 
+QByteArray attributes(int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i) {
+        text += " a" + QByteArray::number(i) + "='1'";
+    }
+    return text;
+}
+
 int depthOf(const QDomDocument& document)
 {
     int depth = 0;
@@ -215,6 +224,17 @@ private Q_SLOTS:
                 + "\"><!ENTITY e \"&f;&f;\">]><a>" + QByteArray("&e;").repeated(1000000) + "</a>";
         QTest::newRow("many elements") << "<!DOCTYPE a [<!ENTITY e \"" + QByteArray("<b/>").repeated(1000)
                 + "\">]><a>" + QByteArray("&e;").repeated(100000) + "</a>";
+        QTest::newRow("long default attribute") << block.chopped(2) + "<!ATTLIST b c CDATA \"&e;\">]><a>"
+                + QByteArray("<b/>").repeated(100000) + "</a>";
+        QByteArray defaults = "<!DOCTYPE a [<!ATTLIST b";
+        for (int i = 0; i < 200; ++i) {
+            defaults += " c" + QByteArray::number(i) + " CDATA 'xxxxxxxxxx'";
+        }
+        QTest::newRow("many default attributes")
+            << defaults + ">]><a>" + QByteArray("<b/>").repeated(20000) + "</a>";
+        QTest::newRow("parameter entities") << "<!DOCTYPE a [<!ENTITY % p \""
+                + QByteArray("<!ELEMENT z ANY>").repeated(200) + "\">" + QByteArray("%p;").repeated(1000000)
+                + "]><a/>";
     }
 
     void entityBombs()
@@ -226,6 +246,79 @@ private Q_SLOTS:
         QVERIFY(!LvXMLLoader::parse(bytes, document));
         QVERIFY(document.documentElement().isNull());
         QVERIFY(timer.elapsed() < 20000);
+    }
+
+    void fewDefaultsAndParameterEntitiesAreNoBomb()
+    {
+        const QByteArray bytes = "<!DOCTYPE a [<!ENTITY % p \"<!ENTITY e 'x'>\">%p;"
+                                 "<!ATTLIST b c CDATA 'default'>]><a><b/>&e;<b c='own'/></a>";
+        QDomDocument document;
+        QString message;
+        QVERIFY2(LvXMLLoader::parse(bytes, document, &message), qUtf8Printable(message));
+        const QDomElement first = document.documentElement().firstChildElement();
+        QCOMPARE(first.attribute(QStringLiteral("c")), QStringLiteral("default"));
+        QCOMPARE(first.nextSiblingElement().attribute(QStringLiteral("c")), QStringLiteral("own"));
+        QCOMPARE(document.documentElement().text(), QStringLiteral("x"));
+    }
+
+    void attributesOfOneTag_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<bool>("isRead");
+        const QByteArray most = attributes(LvXMLLoader::maximumAttributes);
+        const QByteArray tooMany = attributes(LvXMLLoader::maximumAttributes + 1);
+        const QByteArray million = attributes(1000000); // takes the reader hours
+        QTest::newRow("at the limit") << "<a" + most + "/>" << true;
+        QTest::newRow("beyond the limit") << "<a" + tooMany + "/>" << false;
+        QTest::newRow("a million") << "<a" + million + "/>" << false;
+        QTest::newRow("a million, UTF-16")
+            << encoded(QString::fromLatin1("<a" + million + "/>"), QStringConverter::Utf16BE) << false;
+        QTest::newRow("many tags") << "<a><b" + most + "/><b" + most + "/></a>" << true;
+        QTest::newRow("text like a tag") << "<a>&lt;b" + tooMany + ">" + million + "</a>" << true;
+        QTest::newRow("comment") << "<a><!-- <b" + million + " --></a>" << true;
+        QTest::newRow("CDATA") << "<a><![CDATA[ <b" + million + "]]></a>" << true;
+        QTest::newRow("instruction") << "<a><?b <b" + million + "?></a>" << true;
+        QTest::newRow("entity") << "<!DOCTYPE a [<!ENTITY e \"<b" + tooMany + "/>\">]><a/>" << true;
+        // What looks like the beginning of a quoted text, or like the end of a tag, hides nothing.
+        QTest::newRow("behind a comment") << "<a><!-- it's --><b" + million + "/></a>" << false;
+        QTest::newRow("behind CDATA") << "<a><![CDATA[<b c=\"]]><b" + million + "/></a>" << false;
+        QTest::newRow("behind an instruction") << "<a><?b \"?><b" + million + "/></a>" << false;
+        QTest::newRow("behind a text") << "<a>it's<b" + million + "/></a>" << false;
+        QTest::newRow("behind an entity")
+            << "<!DOCTYPE a [<!ENTITY e \"<b c='\"><!-- ' --><?p ' ?>]><a" + million + "/>" << false;
+        QTest::newRow("behind a value") << "<a b='>\"'" + million + "/>" << false;
+    }
+
+    void attributesOfOneTag()
+    {
+        QFETCH(QByteArray, bytes);
+        QFETCH(bool, isRead);
+        QElapsedTimer timer;
+        timer.start();
+        QDomDocument document;
+        QString message;
+        QVERIFY2(LvXMLLoader::parse(bytes, document, &message) == isRead, qUtf8Printable(message));
+        QCOMPARE(message.contains(QStringLiteral("attributes")), !isRead);
+        QVERIFY(timer.elapsed() < 20000);
+    }
+
+    void tooManyNodes_data()
+    {
+        QTest::addColumn<QByteArray>("node");
+        QTest::addColumn<qint64>("nodes");
+        QTest::newRow("attributes") << "<b" + attributes(200) + "/>" << qint64(401);
+        QTest::newRow("comments") << QByteArray("<!---->") << qint64(1);
+    }
+
+    void tooManyNodes()
+    {
+        QFETCH(QByteArray, node);
+        QFETCH(qint64, nodes);
+        QDomDocument document;
+        QString message;
+        const QByteArray bytes = "<a>" + node.repeated(LvXMLLoader::maximumNodes / nodes + 1) + "</a>";
+        QVERIFY(!LvXMLLoader::parse(bytes, document, &message));
+        QVERIFY2(message.contains(QString::number(LvXMLLoader::maximumNodes)), qUtf8Printable(message));
     }
 
     void manyEntitiesAreQuick()
