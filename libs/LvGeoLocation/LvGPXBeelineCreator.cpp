@@ -47,7 +47,7 @@ LvGeoPositionList LvGPXBeelineCreator::createIntermediatePoints() const
         return {};
     }
     const LvLongitude center = findLogicalCenterLongitude();
-    // One meridian may have two names, as 180° and -180°: then halving leads nowhere, too.
+    // One meridian may have two names, as 10° and 370°: then halving leads nowhere, and this must end.
     if (center == myFrom.longitude() || center == myTo.longitude()) {
         return {};
     }

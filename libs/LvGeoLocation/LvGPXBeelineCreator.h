@@ -35,6 +35,8 @@ public:
 
     /// The position, not just the latitude, where the great circle through both ends crosses the meridian, to
     /// about 0.00015 degrees. Crossings beyond ±80 degrees of latitude are moved to there.
+    /// The search halves the band of latitudes by comparing its two ends, nothing in between: for ends that
+    /// lie almost on one meridian, and on the meridian 0 (where 0°/0° is no place), it may miss the crossing.
     [[nodiscard]] LvGeoPosition estimateOptimalLatitude(const LvLongitude& longitude) const;
 
     /// The longitude half-way between the ends on the shorter way round, also across the 180° meridian.
