@@ -59,9 +59,17 @@ QList<QDomElement> trackElements(const QDomElement& selection)
     return elements;
 }
 
-QString includedFile(const QDomElement& trackElement)
+/// The name of the file that should hold the track and does not; empty when all is well.
+QString missingFile(const QDomElement& trackElement, const LvGPXTrack& track, const QDir& directory)
 {
-    return trackElement.firstChildElement(LvTrackXml::trackTag()).firstChildElement(includeTag).text();
+    const QDomElement trk = trackElement.firstChildElement(LvTrackXml::trackTag());
+    const QString included = trk.firstChildElement(includeTag).text();
+    if (included.isEmpty() || track.isValid()) {
+        return {};
+    }
+    // A track may be without points.
+    const QDomElement root = LvXMLLoader::loadDocumentElement(QFileInfo(directory, included));
+    return root.firstChildElement(LvTrackXml::trackTag()).isNull() ? included : QString();
 }
 
 /// Widths are read with their fractions, but the library writes none.
@@ -200,15 +208,16 @@ LvTrackDocumentReading LvTrackDocumentFile::read(const QString& fileName)
 
     const QDomElement selectionElement = root.firstChildElement(selectionTag);
     LvTrackDocumentContent& content = result.content;
-    content.selection = LvGPXTrackSelection(selectionElement, directoryOf(file));
+    const QDir directory = directoryOf(file);
+    content.selection = LvGPXTrackSelection(selectionElement, directory);
     const LvGPXConfiguredTrackList allTracks = content.selection.tracks();
     const QList<QDomElement> elements = trackElements(selectionElement);
     LvGPXConfiguredTrackList tracks;
     for (qsizetype row = 0; row < elements.size(); ++row) {
-        const QString included = includedFile(elements.at(row));
-        if (!included.isEmpty() && !allTracks.at(row).track().isValid()) {
+        const QString missing = missingFile(elements.at(row), allTracks.at(row).track(), directory);
+        if (!missing.isEmpty()) {
             result.warnings.append(
-                tr("Die Spurdatei „%1“ fehlt oder enthält keine Spur.").arg(included.simplified()));
+                tr("Die Spurdatei „%1“ fehlt oder enthält keine Spur.").arg(missing.simplified()));
             continue;
         }
         tracks.append(allTracks.at(row));

@@ -1,0 +1,170 @@
+#include "LvTest.h"
+#include "LvTestTracks.h"
+#include "LvTrackXml.h"
+#include "LvXMLBuilder.h"
+
+#include <QDir>
+#include <QDomDocument>
+
+using namespace LvTestTracks;
+
+Q_DECLARE_METATYPE(LvGPXTrack)
+
+namespace
+{
+
+QDomElement newElement(QDomDocument& document, const QString& name)
+{
+    return LvXMLBuilder::buildRootElement(document, name);
+}
+
+/// Written, turned into text, and read.
+LvGPXTrack copyThroughText(const LvGPXTrack& track)
+{
+    QDomDocument document;
+    LvTrackXml::writeTrack(newElement(document, LvTrackXml::trackTag()), track);
+    QDomDocument read;
+    read.setContent(document.toString());
+    return {read.documentElement(), QDir(QString())};
+}
+
+QString elementOf(const LvGPXTrackPoint& point)
+{
+    QDomDocument document;
+    QDomElement segment = newElement(document, QStringLiteral("trkseg"));
+    LvTrackXml::appendPoint(segment, point);
+    QString text;
+    QTextStream stream(&text);
+    segment.firstChildElement().save(stream, -1);
+    return text;
+}
+
+} // namespace
+
+class tst_LvTrackXml : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void points_data();
+    void points();
+    void timesAreReadBack_data();
+    void timesAreReadBack();
+    void segmentForms_data();
+    void segmentForms();
+    void shapesAreKept_data();
+    void shapesAreKept();
+    void deepEnclaves();
+};
+
+void tst_LvTrackXml::points_data()
+{
+    QTest::addColumn<LvGPXTrackPoint>("trackPoint");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("position only") << point(53.1, 8.8) << R"(<trkpt lat="53.1" lon="8.8"/>)";
+    QTest::newRow("whole degrees") << point(53, -8) << R"(<trkpt lat="53" lon="-8"/>)";
+    QTest::newRow("tiny angles") << point(0.00001, -0.00002) << R"(<trkpt lat="0.00001" lon="-0.00002"/>)";
+    QTest::newRow("tens") << point(10, 100) << R"(<trkpt lat="10" lon="100"/>)";
+    QTest::newRow("date line from the west") << point(1, 180) << R"(<trkpt lat="1" lon="-180"/>)";
+    QTest::newRow("date line from the east") << point(1, -180) << R"(<trkpt lat="1" lon="-180"/>)";
+    QTest::newRow("everything in order")
+        << point(1, 2, -3, utc("2023-06-01T10:00:00Z"), "a < b")
+        << R"(<trkpt lat="1" lon="2"><ele>-3</ele><time>2023-06-01T10:00:00Z</time><desc>a &lt; b</desc></trkpt>)";
+    QTest::newRow("milliseconds")
+        << point(1, 2, 0, utc("2023-06-01T10:00:00.050Z"))
+        << R"(<trkpt lat="1" lon="2"><time>2023-06-01T10:00:00.050Z</time></trkpt>)";
+    QTest::newRow("another time zone")
+        << point(1, 2, 0, QDateTime(QDate(2023, 6, 1), QTime(12, 0), Qt::OffsetFromUTC, 7200))
+        << R"(<trkpt lat="1" lon="2"><time>2023-06-01T10:00:00Z</time></trkpt>)";
+    QTest::newRow("last year that can be written")
+        << point(1, 2, 0, utc("9999-12-31T23:59:59Z"))
+        << R"(<trkpt lat="1" lon="2"><time>9999-12-31T23:59:59Z</time></trkpt>)";
+    QTest::newRow("a year too far") << point(1, 2, 0, utc("9999-12-31T23:59:59Z").addSecs(1))
+                                    << R"(<trkpt lat="1" lon="2"/>)";
+    QTest::newRow("before the first year")
+        << point(1, 2, 0, QDateTime(QDate(-1, 1, 1), QTime(), Qt::UTC)) << R"(<trkpt lat="1" lon="2"/>)";
+}
+
+void tst_LvTrackXml::points()
+{
+    QFETCH(LvGPXTrackPoint, trackPoint);
+    QFETCH(QString, expected);
+    QCOMPARE(elementOf(trackPoint).simplified().remove(QStringLiteral("> ")), expected);
+}
+
+void tst_LvTrackXml::timesAreReadBack_data()
+{
+    QTest::addColumn<QDateTime>("time");
+    QTest::newRow("none") << QDateTime();
+    QTest::newRow("whole seconds") << utc("2023-06-01T10:00:00Z");
+    QTest::newRow("milliseconds") << utc("2023-06-01T10:00:00.999Z");
+    QTest::newRow("zero") << utc("1970-01-01T00:00:00Z");
+    QTest::newRow("one second before zero") << utc("1969-12-31T23:59:59Z");
+    QTest::newRow("one millisecond before zero") << utc("1969-12-31T23:59:59.999Z");
+    QTest::newRow("far future") << QDateTime::fromSecsSinceEpoch(1685613600000, Qt::UTC);
+}
+
+void tst_LvTrackXml::timesAreReadBack()
+{
+    QFETCH(QDateTime, time);
+    const LvGPXTrack track = line("T", {point(1, 2, 0, time), point(3, 4, 5, time)});
+    QVERIFY(copyThroughText(track) == track);
+}
+
+void tst_LvTrackXml::segmentForms_data()
+{
+    QTest::addColumn<QList<LvGPXTrackPoint>>("points");
+    QTest::addColumn<bool>("isCompact");
+    const QDateTime time = utc("2023-06-01T10:00:00Z");
+    QTest::newRow("positions") << QList<LvGPXTrackPoint>{point(1, 2), point(3, 4)} << true;
+    QTest::newRow("elevations and times")
+        << QList<LvGPXTrackPoint>{point(1, 2, 3, time), point(3, 4, 0, time)} << true;
+    QTest::newRow("a text") << QList<LvGPXTrackPoint>{point(1, 2), point(3, 4, 0, {}, "x")} << false;
+    QTest::newRow("milliseconds") << QList<LvGPXTrackPoint>{point(1, 2, 0, time.addMSecs(1))} << false;
+    QTest::newRow("a point at zero") << QList<LvGPXTrackPoint>{point(0, 0, 3), point(3, 4)} << false;
+}
+
+void tst_LvTrackXml::segmentForms()
+{
+    QFETCH(QList<LvGPXTrackPoint>, points);
+    QFETCH(bool, isCompact);
+    const LvGPXTrack track = line("T", points);
+    QDomDocument document;
+    const QDomElement trk = newElement(document, LvTrackXml::trackTag());
+    LvTrackXml::writeTrack(trk, track);
+    const QDomElement segment = trk.firstChildElement(QStringLiteral("trkseg"));
+    QCOMPARE(!segment.firstChildElement(QStringLiteral("compressedPoints")).isNull(), isCompact);
+    QCOMPARE(segment.firstChildElement(QStringLiteral("trkpt")).isNull(), isCompact);
+    QVERIFY(copyThroughText(track) == track);
+}
+
+void tst_LvTrackXml::shapesAreKept_data()
+{
+    QTest::addColumn<LvGPXTrackShapeEnum>("shape");
+    QTest::newRow("line") << LvGPXTrackShapeEnum::linestring;
+    QTest::newRow("area") << LvGPXTrackShapeEnum::polygon;
+    QTest::newRow("hop") << LvGPXTrackShapeEnum::hop;
+    QTest::newRow("point") << LvGPXTrackShapeEnum::point;
+}
+
+void tst_LvTrackXml::shapesAreKept()
+{
+    QFETCH(LvGPXTrackShapeEnum, shape);
+    LvGPXTrack track = line("T", {point(1, 2), point(3, 4)});
+    track.setShape(shape);
+    QVERIFY(copyThroughText(track) == track);
+}
+
+void tst_LvTrackXml::deepEnclaves()
+{
+    LvGPXTrack track = line("0", {point(1, 2, 3, utc("2023-06-01T10:00:00Z"))});
+    for (int depth = 1; depth < 500; ++depth) {
+        LvGPXTrack outer = line(QString::number(depth), {point(1, 2), point(3, 4)});
+        outer.setEnclaves({track, line("sibling", {point(depth / 10.0 + 1.0, 5)})});
+        track = outer;
+    }
+    QVERIFY(copyThroughText(track) == track);
+}
+
+LV_TEST_MAIN(tst_LvTrackXml)
+#include "tst_LvTrackXml.moc"
