@@ -87,3 +87,34 @@ function(lv_add_tests)
       PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen;TZ=UTC;LC_ALL=C.UTF-8" TIMEOUT 300)
   endforeach()
 endfunction()
+
+# lv_add_translations(<target> <catalogue> FILES <file.ts>... [SOURCES <folder>...])
+#
+# Compiles the files <catalogue>_<language>.ts into the target, where LvTranslations::install() finds them by the name
+# of the catalogue. To be called where the target is made. A test per file checks that it translates all texts of the
+# source folders and no others; LV_UPDATE_TRANSLATIONS=1 scripts/check-translations takes new texts over.
+function(lv_add_translations target catalogue)
+  cmake_parse_arguments(arg "" "" "FILES;SOURCES" ${ARGN})
+  set(compiled "")
+  foreach(file IN LISTS arg_FILES)
+    get_filename_component(name "${file}" NAME_WE)
+    get_filename_component(file "${file}" ABSOLUTE)
+    set(qm "${CMAKE_CURRENT_BINARY_DIR}/${name}.qm")
+    add_custom_command(
+      OUTPUT "${qm}"
+      COMMAND Qt6::lrelease -silent "${file}" -qm "${qm}"
+      DEPENDS "${file}"
+      VERBATIM)
+    list(APPEND compiled "${qm}")
+    if(LV_BUILD_TESTS AND arg_SOURCES)
+      add_test(NAME translations.${name} COMMAND "${PROJECT_SOURCE_DIR}/scripts/check-translations" "${file}"
+                                                 ${arg_SOURCES})
+      set_tests_properties(translations.${name} PROPERTIES ENVIRONMENT "LUPDATE=$<TARGET_FILE:Qt6::lupdate>")
+    endif()
+  endforeach()
+  qt_add_resources(
+    ${target} "${catalogue}_translations"
+    PREFIX "/translations"
+    BASE "${CMAKE_CURRENT_BINARY_DIR}"
+    FILES ${compiled})
+endfunction()
