@@ -24,7 +24,7 @@ LvTrackDetailsPanel::LvTrackDetailsPanel(QWidget* parent)
     myName->setAccessibleName(tr("Name der Spur"));
     myName->setPlaceholderText(tr("ohne Namen"));
     myName->installEventFilter(this);
-    layout->addRow(tr("&Name:"), myName);
+    layout->addRow(tr("Name:"), myName);
     myDescription = addRow(layout, tr("Beschreibung:"), QStringLiteral("description"));
     myShape = addRow(layout, tr("Form:"), QStringLiteral("shape"));
     myPoints = addRow(layout, tr("Punkte:"), QStringLiteral("points"));

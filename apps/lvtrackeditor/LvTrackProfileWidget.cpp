@@ -27,7 +27,7 @@ LvTrackProfileWidget::LvTrackProfileWidget(QWidget* parent)
     , myReadout(new LvElidedLabel(this))
     , myPlot(new LvTrackProfilePlot(this))
 {
-    auto* caption = new QLabel(tr("&Über:"), this);
+    auto* caption = new QLabel(tr("Über:"), this);
     caption->setBuddy(myAxis);
     myAxis->setObjectName(QStringLiteral("axis"));
     myAxis->setAccessibleName(tr("Waagerechte Achse des Profils"));
