@@ -98,7 +98,8 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& file,
         return refuse(output.errorString(), file, errorHistory);
     }
     const QByteArray bytes = encode(document);
-    if (output.write(bytes) != bytes.size()) {
+    // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
+    if (output.write(bytes) != bytes.size() || !output.flush()) {
         return refuse(output.errorString(), file, errorHistory);
     }
     return output.commit() || refuse(output.errorString(), file, errorHistory);

@@ -77,6 +77,7 @@ private Q_SLOTS:
     void savedFileIsReadable_data();
     void savedFileIsReadable();
     void saveReplacesOlderFile();
+    void failureKeepsOlderFile_data();
     void failureKeepsOlderFile();
     void failureSaysWhy();
     void failureWithoutHistory();
@@ -332,17 +333,27 @@ void tst_LvXMLBuilder::saveReplacesOlderFile()
     QVERIFY(errors.isEmpty());
 }
 
+void tst_LvXMLBuilder::failureKeepsOlderFile_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::addColumn<int>("room");
+    QTest::newRow("more than the toolkit buffers") << 100'000 << 10'000;
+    QTest::newRow("less than the toolkit buffers") << 1000 << 100;
+}
+
 void tst_LvXMLBuilder::failureKeepsOlderFile()
 {
+    QFETCH(int, length);
+    QFETCH(int, room);
     const QString path = myDirectory->filePath("track.gpx");
     QVERIFY(write(path, "older"));
     QDomDocument document;
     QDomElement root = LvXMLBuilder::buildRootElement(document, "gpx");
-    LvXMLBuilder::buildDomElement(root, "name", QString(100'000, u'x'));
+    LvXMLBuilder::buildDomElement(root, "name", QString(length, u'x'));
     QStringList errors;
     bool isSaved = true;
     {
-        const FullDisk disk(10'000);
+        const FullDisk disk(static_cast<rlim_t>(room));
         isSaved = LvXMLBuilder::saveUTF8(document, QFileInfo(path), &errors);
     }
     QVERIFY(!isSaved);
