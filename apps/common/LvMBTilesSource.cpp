@@ -33,8 +33,8 @@ QString translated(const char* text)
 
 LvMBTilesSource::LvMBTilesSource(const QString& fileName)
     : myConnectionName(uniqueConnectionName())
-    , myErrorText(open(fileName))
 {
+    myErrorText = open(fileName); // fills other fields too, so they have to exist before
 }
 
 LvMBTilesSource::~LvMBTilesSource()
