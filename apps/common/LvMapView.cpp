@@ -18,6 +18,7 @@ constexpr double marginShare = 0.08;
 constexpr double smallestSpanDegrees = 0.002; // some 200 m: more would show nothing but one thick line
 constexpr double lonelyPointSpanDegrees = 0.5;
 constexpr double pointSpanDegrees = 1e-5;
+constexpr double smallestWidthDegrees = 1e-6; // the projection cannot widen a box without any width
 constexpr double maximumWorldsOnTop = 2.0; // the polar latitudes beyond differ too little to be computed with
 
 double limitedLatitude(double latitude)
@@ -27,9 +28,15 @@ double limitedLatitude(double latitude)
 
 LvGeoPositionRect limitedBox(const LvGeoPositionRect& box)
 {
+    LvLongitudeRange longitudes = box.longitudeRange();
+    const double west = box.west().decimalDegrees();
+    if (west == box.east().decimalDegrees()) {
+        longitudes = LvLongitudeRange(LvLongitude::safeLongitude(west - smallestWidthDegrees),
+                                      LvLongitude::safeLongitude(west + smallestWidthDegrees));
+    }
     return {LvLatitudeRange(limitedLatitude(box.south().decimalDegrees()),
                             limitedLatitude(box.north().decimalDegrees())),
-            box.longitudeRange()};
+            longitudes};
 }
 
 LvGeoPositionRect wholeWorld()
