@@ -32,6 +32,7 @@ constexpr int opaqueMap = 255; // the cropping opacity that leaves the map as it
 constexpr int pixelsPerInch = 96; // of SVG and PDF pictures
 constexpr double pointsPerInch = 72.0; // of paper
 constexpr double legendMargin = 10.0; // pixels at factor 1 between the legend and the edges of the picture
+constexpr double legendGap = 2.0; // pixels between the legend and the edges of the picture at least
 constexpr double liftedHeights = 2.5; // lower edge to top of a scale bar that makes room for the attribution
 constexpr double shrinkStep = 0.9;
 constexpr double smallestTextFactor = 0.1; // below it the legend has no texts
@@ -176,7 +177,9 @@ QString LvMapPicture::save(const QString& fileName) const
         return translated("not enough memory for the picture");
     }
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
+        || !file.commit()) {
         return translated("cannot be written: %1").arg(file.errorString());
     }
     return {};
@@ -207,9 +210,10 @@ LvMapPicture::Legend LvMapPicture::legend() const
     Legend result{myPaintFactor, {}, myPaintFactor, {}};
     double freeWidth = picture.width();
     if (myIsScaleBarVisible) {
+        const QRectF room = QRectF(QPointF(0.0, 0.0), picture).adjusted(0.0, legendGap, -legendGap, 0.0);
         result.scaleBox = scaleBox(result.scaleFactor);
         while (result.scaleFactor >= smallestTextFactor
-               && (result.scaleBox.right() > picture.width() || result.scaleBox.top() < 0.0)) {
+               && (result.scaleBox.right() > room.right() || result.scaleBox.top() < room.top())) {
             result.scaleFactor *= shrinkStep;
             result.scaleBox = scaleBox(result.scaleFactor);
         }
@@ -219,9 +223,10 @@ LvMapPicture::Legend LvMapPicture::legend() const
     }
     if (!myAttribution.isEmpty()) {
         LvCopyrightRenderer::setCopyrightText(myAttribution);
-        const QSizeF size = LvCopyrightRenderer::copyrightTextSize(1.0) + QSizeF(legendMargin, legendMargin);
-        result.attributionFactor =
-            std::min({result.scaleFactor, freeWidth / size.width(), picture.height() / size.height()});
+        const QSizeF size =
+            LvCopyrightRenderer::copyrightTextSize(1.0) + 2.0 * QSizeF(legendMargin, legendMargin);
+        result.attributionFactor = std::min({result.scaleFactor, (freeWidth - legendGap) / size.width(),
+                                             (picture.height() - legendGap) / size.height()});
         result.attributionBox = LvCopyrightRenderer::copyrightRect(pictureRect(), result.attributionFactor);
     }
     return result;
