@@ -113,11 +113,20 @@ void LvTrackXml::writeTrack(const QDomElement& trk, const LvGPXTrack& track)
     }
 }
 
+QString LvTrackXml::timeText(const QDateTime& time)
+{
+    const QDateTime universal = time.toUTC();
+    if (!universal.isValid() || !isWritable(universal)) {
+        return {};
+    }
+    return universal.toString(hasMilliseconds(universal) ? Qt::ISODateWithMs : Qt::ISODate);
+}
+
 void LvTrackXml::appendPoint(QDomElement& segment, const LvGPXTrackPoint& point)
 {
-    const QDateTime time = point.timeStamp().toUTC();
-    const bool hasTime = time.isValid() && isWritable(time);
-    LvGPXTrackPoint(point.position(), point.elevation(), hasTime ? time : QDateTime(), point.description())
+    const QString time = timeText(point.timeStamp());
+    LvGPXTrackPoint(point.position(), point.elevation(), time.isEmpty() ? QDateTime() : point.timeStamp(),
+                    point.description())
         .toXml(segment);
     QDomElement element = segment.lastChildElement();
     // Short numbers may come with an exponent, which the format does not know; nor does it know 180.
@@ -125,10 +134,7 @@ void LvTrackXml::appendPoint(QDomElement& segment, const LvGPXTrackPoint& point)
     const double longitude = point.position().longitude().decimalDegrees();
     element.setAttribute(QStringLiteral("lat"), decimal(latitude));
     element.setAttribute(QStringLiteral("lon"), decimal(longitude == 180.0 ? -180.0 : longitude));
-    if (hasTime && hasMilliseconds(time)) {
-        element.firstChildElement(QStringLiteral("time"))
-            .firstChild()
-            .toText()
-            .setData(time.toString(Qt::ISODateWithMs));
+    if (!time.isEmpty()) {
+        element.firstChildElement(QStringLiteral("time")).firstChild().toText().setData(time);
     }
 }

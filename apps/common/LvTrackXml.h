@@ -3,6 +3,7 @@
 #include <QDomElement>
 #include <QString>
 
+class QDateTime;
 class LvGPXTrack;
 class LvGPXTrackPoint;
 
@@ -23,6 +24,10 @@ QString trackTag();
 /// LvGPXTrack::fromXml(). Segments stand in the compact form where that keeps all of their points, else
 /// point by point. Segments without points are left out.
 void writeTrack(const QDomElement& trk, const LvGPXTrack& track);
+
+/// The time as an ISO 8601 text in UTC, with milliseconds where there are some: "2023-06-01T10:00:00Z". Empty
+/// for an invalid time and beyond the years 1 to 9999, which such texts cannot hold.
+QString timeText(const QDateTime& time);
 
 /// Appends a "trkpt" element that is valid GPX 1.1: decimals without an exponent, longitudes below 180, the
 /// time in UTC, with milliseconds where there are some. A time beyond the years 1 to 9999, which the format

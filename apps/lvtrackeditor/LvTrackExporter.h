@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QString>
+#include <QStringList>
+
+class LvGPXConfiguredTrackList;
+
+/// Writes tracks into files for other programs: GPX 1.1 or GeoJSON.
+class LvTrackExporter
+{
+    Q_DECLARE_TR_FUNCTIONS(LvTrackExporter)
+
+public:
+    LvTrackExporter() = delete;
+
+    /// For file dialogues, the usual format first.
+    static QStringList nameFilters();
+
+    /// The suffixes that save() knows, in lower case: "gpx", "geojson", "json".
+    static QStringList supportedSuffixes();
+
+    /// Writes a file of the kind that its suffix names. The file appears whole or not at all. Returns why
+    /// that failed, one line; an empty text on success. May be called from any thread.
+    [[nodiscard]] static QString save(const LvGPXConfiguredTrackList& tracks, const QString& fileName);
+};
