@@ -132,7 +132,7 @@ void LvFuzz::checkTrack(const LvGPXTrack& track)
     while (!pending.isEmpty()) {
         const LvGPXTrack current = pending.takeLast();
         checkElement(current);
-        expect(current.countPoints() == current.allPoints().size(), "the points are counted");
+        expect(current.countPoints() == current.allTimeStamps().size(), "the points are counted");
         const QList<LvGPXTrackSegment> segments = current.segments();
         for (const LvGPXTrackSegment& segment : segments) {
             expect(segment.isValid(), "no segment is empty");
