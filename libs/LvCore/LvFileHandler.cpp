@@ -16,11 +16,17 @@ std::optional<QByteArray> LvFileHandler::readBytes(const QFileInfo& file)
         return std::nullopt;
     }
     QFile device(file.filePath());
-    if (device.size() > maximumFileSize || !device.open(QIODevice::ReadOnly)) {
+    if (!device.open(QIODevice::ReadOnly)) {
         return std::nullopt;
     }
-    QByteArray bytes = device.readAll();
-    if (device.error() != QFileDevice::NoError) {
+    // Not to the end: files of the kernel and files that somebody writes to have none, or make the reader
+    // wait.
+    const qint64 size = device.size();
+    if (size > maximumFileSize) {
+        return std::nullopt;
+    }
+    QByteArray bytes = device.read(size);
+    if (device.error() != QFileDevice::NoError || bytes.size() != size) {
         return std::nullopt;
     }
     return bytes;

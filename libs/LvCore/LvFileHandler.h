@@ -25,7 +25,8 @@ public:
     /// count.
     [[nodiscard]] static bool isReadableRegularFile(const QFileInfo& file);
 
-    /// The content of the file, without a value when it cannot be read wholly.
+    /// The content of the file, as many bytes as it has when it is opened; without a value when it cannot be
+    /// read wholly. Files of the kernel that have a content but no size count as empty: some never end.
     [[nodiscard]] static std::optional<QByteArray> readBytes(const QFileInfo& file);
 
     /// The lines of a text file without their ends (LF or CR LF). The encoding is that of the byte order mark

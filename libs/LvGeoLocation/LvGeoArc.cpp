@@ -9,6 +9,9 @@
 #include <QUrlQuery>
 #include <QVariant>
 
+#include <cmath>
+#include <limits>
+
 namespace
 {
 
@@ -28,6 +31,17 @@ double degreesOf(double degree, double minute, double second)
 qint64 magnitude(int number)
 {
     return qAbs(qint64{number});
+}
+
+/// Rounds half away from zero, limited to the largest number where std::llround() promises no result; 0 for
+/// what is not a number.
+qint64 rounded(double positive)
+{
+    constexpr auto largest = std::numeric_limits<qint64>::max();
+    if (std::isnan(positive)) {
+        return 0;
+    }
+    return positive >= static_cast<double>(largest) ? largest : std::llround(positive);
 }
 
 const LvRegularExpression& blanksAndHemisphereLetters()
@@ -137,7 +151,7 @@ QString LvGeoArc::humanReadable(const QString& format, int precision) const
 
 QString LvGeoArc::toExifRational() const
 {
-    const qint64 secondParts = std::llround(std::abs(secondF()) * exifSecondParts);
+    const qint64 secondParts = rounded(std::abs(secondF()) * exifSecondParts);
     return QStringLiteral("%1/1 %2/1 %3")
         .arg(magnitude(degree()))
         .arg(magnitude(minute()))

@@ -109,7 +109,8 @@ public:
     [[nodiscard]] QString humanReadable(const QString& format, int precision) const;
 
     /// Degrees, minutes and seconds without sign as rationals, the way EXIF stores positions: "53/1 8/1
-    /// 2400000/100000".
+    /// 2400000/100000". Degrees and parts of seconds are limited to the ranges of their integers, and what is
+    /// not a number counts as 0.
     [[nodiscard]] QString toExifRational() const;
 
     /// A variant that holds the decimal degrees.

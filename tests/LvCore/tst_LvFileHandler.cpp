@@ -96,6 +96,17 @@ private Q_SLOTS:
         QVERIFY(timer.elapsed() < 5000);
     }
 
+    void filesWithoutEndAreEmpty()
+    {
+        // A regular file of size 0 that gives some 250 petabytes.
+        const QFileInfo endless(QStringLiteral("/proc/self/pagemap"));
+        if (!LvFileHandler::isReadableRegularFile(endless)) {
+            QSKIP("This system has no such file.");
+        }
+        QCOMPARE(LvFileHandler::readBytes(endless), QByteArray());
+        QCOMPARE(LvFileHandler::readTextFile(endless), QStringList());
+    }
+
     void asksTheDiskAnew()
     {
         const QFileInfo file(myDirectory.filePath(QStringLiteral("later.txt")));

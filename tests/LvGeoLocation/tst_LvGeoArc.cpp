@@ -232,6 +232,12 @@ void tst_LvGeoArc::exifRational_data()
     // 1.000006 seconds
     QTest::newRow("rounded up") << 1.000006 / 3600.0 << QStringLiteral("0/1 0/1 100001/100000");
     QTest::newRow("rounded down") << 1.000004 / 3600.0 << QStringLiteral("0/1 0/1 100000/100000");
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN()
+                               << QStringLiteral("0/1 0/1 0/100000");
+    QTest::newRow("beyond the integers")
+        << 1e300 << QStringLiteral("2147483647/1 7/1 9223372036854775807/100000");
+    QTest::newRow("infinitely southern") << -std::numeric_limits<double>::infinity()
+                                         << QStringLiteral("2147483648/1 8/1 9223372036854775807/100000");
 }
 
 void tst_LvGeoArc::exifRational()
