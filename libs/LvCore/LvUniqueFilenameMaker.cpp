@@ -8,10 +8,20 @@ namespace
 {
 
 /// One text for all spellings of a directory: relative or absolute, through symbolic links, with a slash at
-/// its end.
+/// its end. It stays the same when a missing directory is created: the links on the way to it count already.
 QString identityOf(const QDir& directory)
 {
-    return directory.exists() ? directory.canonicalPath() : QDir::cleanPath(directory.absolutePath());
+    QString existing = QDir::cleanPath(directory.absolutePath());
+    QString missing;
+    while (!QFileInfo::exists(existing)) {
+        const qsizetype slash = existing.lastIndexOf(QLatin1Char('/'));
+        if (slash <= 0) {
+            return existing + missing;
+        }
+        missing.prepend(QStringView(existing).sliced(slash));
+        existing.truncate(slash);
+    }
+    return QFileInfo(existing).canonicalFilePath() + missing;
 }
 
 QDir chooseDirectory(const QDir& wanted, const QSet<QDir>& allowed)

@@ -154,6 +154,20 @@ private Q_SLOTS:
                  QStringLiteral("x_2.gps"));
     }
 
+    void directoriesThatAreCreatedLater()
+    {
+        const QDir root(myDirectory->path());
+        QVERIFY(root.mkdir(QStringLiteral("real")));
+        QVERIFY(QFile::link(root.filePath(QStringLiteral("real")), root.filePath(QStringLiteral("link"))));
+        const QDir throughLink(root.filePath(QStringLiteral("link/later/still")));
+        const QDir direct(root.filePath(QStringLiteral("real/later/still")));
+        QCOMPARE(make(throughLink.filePath(QStringLiteral("track.gps")), {throughLink}),
+                 throughLink.filePath(QStringLiteral("track.gps")));
+        QVERIFY(direct.mkpath(QStringLiteral(".")));
+        QCOMPARE(make(direct.filePath(QStringLiteral("track.gps")), {direct}),
+                 direct.filePath(QStringLiteral("track_1.gps")));
+    }
+
     void threadsNeverShareAName()
     {
         constexpr int threadCount = 8;
