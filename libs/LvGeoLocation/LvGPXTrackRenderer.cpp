@@ -35,6 +35,10 @@ constexpr std::array arrowAnglePlaces = {0.95, 0.96, 0.97, 0.98, 0.99};
 // with.
 constexpr double farthestPixel = 1e12;
 
+// Nearly the height of a poster in print. The toolkit draws outlines of a million pixels in seconds each, and
+// dashes of infinite length never end.
+constexpr double largestDrawnPixels = 10'000.0;
+
 // By how much antialiasing, and the rounding of hairlines, may reach over the exact outline of a figure.
 constexpr double outlineTolerancePixels = 2.0;
 
@@ -45,6 +49,12 @@ bool isDrawable(const QPointF& pixel)
 {
     // False for what is not a number, too.
     return std::abs(pixel.x()) <= farthestPixel && std::abs(pixel.y()) <= farthestPixel;
+}
+
+/// The width or radius that is drawn for one that may come from any file: 0 for what is not a number.
+double drawnSize(double pixels)
+{
+    return std::isnan(pixels) ? 0.0 : std::clamp(pixels, -largestDrawnPixels, largestDrawnPixels);
 }
 
 bool hasAlphaByte(const QImage& image)
@@ -356,7 +366,7 @@ void LvGPXTrackRenderer::drawPoint(QPainter* painter, const LvGPXConfiguredTrack
     if (!isDrawable(centre)) {
         return;
     }
-    const double size = scale(track.lineWidth().value());
+    const double size = drawnSize(scale(track.lineWidth().value()));
     const LvPainterSaver saver(painter);
     painter->setPen(stroke ? penFromTrack(config, option) : QPen(QColor(Qt::transparent)));
     painter->setBrush(fill ? brushFromTrack(config, option) : QBrush(Qt::transparent, Qt::SolidPattern));
@@ -504,8 +514,8 @@ QPen LvGPXTrackRenderer::solidPenFromTrack(const LvGPXTrackConfiguration& config
 {
     const LvDistance width =
         option == TrackRenderOption::Normal ? config.lineWidth() : config.haloWidth() + config.lineWidth();
-    return {QBrush(lineColor(config, option), Qt::SolidPattern), scale(width.value()), Qt::SolidLine,
-            Qt::RoundCap, Qt::RoundJoin};
+    return {QBrush(lineColor(config, option), Qt::SolidPattern), drawnSize(scale(width.value())),
+            Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin};
 }
 
 QPen LvGPXTrackRenderer::penFromTrack(const LvGPXTrackConfiguration& config, TrackRenderOption option) const

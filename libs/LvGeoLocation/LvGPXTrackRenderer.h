@@ -143,6 +143,7 @@ public:
     // Pens, brushes and colours.
 
     /// A round pen without pen style, as wide as the line, or as line and halo together if not `Normal`.
+    /// Never wider than 10000 pixels, and 0 wide for a width that is no number; points are limited likewise.
     [[nodiscard]] QPen solidPenFromTrack(const LvGPXTrackConfiguration& config,
                                          TrackRenderOption option) const;
 

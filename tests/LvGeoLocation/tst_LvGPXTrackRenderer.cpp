@@ -15,6 +15,7 @@
 #include "LvTest.h"
 
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
@@ -431,6 +432,8 @@ private Q_SLOTS:
     void mergeCropping();
 
     void emptyTracks();
+    void hostileSizes_data();
+    void hostileSizes();
     void hostileProjection_data();
     void hostileProjection();
 
@@ -1632,6 +1635,41 @@ void tst_LvGPXTrackRenderer::emptyTracks()
     for (const int option : {0, 1, 2}) {
         QVERIFY(isEmpty(renderer.render(TrackRenderOption(option))));
     }
+}
+
+void tst_LvGPXTrackRenderer::hostileSizes_data()
+{
+    QTest::addColumn<double>("size");
+    QTest::addColumn<double>("drawn");
+    QTest::newRow("at the limit") << 10000.0 << 10000.0;
+    QTest::newRow("beyond the limit") << 10001.0 << 10000.0;
+    QTest::newRow("a million") << 1e6 << 10000.0;
+    QTest::newRow("1e300") << 1e300 << 10000.0;
+    QTest::newRow("infinite") << infinity << 10000.0;
+    QTest::newRow("minus infinity") << -infinity << -10000.0;
+    QTest::newRow("no number") << notANumber << 0.0;
+}
+
+void tst_LvGPXTrackRenderer::hostileSizes()
+{
+    QFETCH(double, size);
+    QFETCH(double, drawn);
+    QList<LvGPXConfiguredTrack> tracks;
+    for (const int shape : {pointShape, lineShape, areaShape}) {
+        for (const int marker : {1, 8, 128, arrowMarker}) {
+            const LvGPXTrackConfiguration config =
+                configuration(shape, strokeAndFill, marker, size, 0.0, orange(), Qt::blue, Qt::DashDotLine);
+            QCOMPARE(plain().solidPenFromTrack(config, Option::Normal).widthF(), drawn);
+            tracks.append({track({{10, 10}, {20, 50}, {30, 90}}), config});
+        }
+    }
+    QElapsedTimer timer;
+    timer.start();
+    const FlatRenderer renderer(select(tracks, 30), QSize(100, 100));
+    for (const int option : {0, 1, 2}) {
+        QCOMPARE(renderer.render(TrackRenderOption(option)).size(), QSize(100, 100));
+    }
+    QVERIFY(timer.elapsed() < 60000); // dashes of infinite length would never end
 }
 
 void tst_LvGPXTrackRenderer::hostileProjection_data()
