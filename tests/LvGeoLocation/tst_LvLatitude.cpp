@@ -1,8 +1,31 @@
 #include "LvLatitude.h"
 #include "LvTest.h"
 
+#include <QTranslator>
+
 #include <limits>
 #include <type_traits>
+
+namespace
+{
+
+/// Answers each text with all that it is looked up by.
+class Brackets : public QTranslator
+{
+public:
+    [[nodiscard]] bool isEmpty() const override { return false; }
+
+    [[nodiscard]] QString translate(const char* context, const char* source, const char* disambiguation,
+                                    int count) const override
+    {
+        return count == -1 ? QStringLiteral("[%1|%2|%3]")
+                                 .arg(QString::fromUtf8(source), QString::fromUtf8(context),
+                                      QString::fromUtf8(disambiguation))
+                           : QString();
+    }
+};
+
+} // namespace
 
 class tst_LvLatitude : public QObject
 {
@@ -25,6 +48,7 @@ private Q_SLOTS:
     void machineText();
     void humanText_data();
     void humanText();
+    void translation();
     void parse_data();
     void parse();
     void arithmetic();
@@ -204,6 +228,19 @@ void tst_LvLatitude::humanText()
 {
     QFETCH(double, degrees);
     QTEST(LvLatitude(degrees).toString(true), "text");
+}
+
+void tst_LvLatitude::translation()
+{
+    // Context and disambiguation are the keys of existing translations.
+    Brackets translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    QCOMPARE(LvLatitude(-33.5).directionIndicator(), QStringLiteral("[S|LvLatitude|short for 'south']"));
+    QCOMPARE(LvLatitude(53.25).directionIndicator(), QStringLiteral("[N|LvLatitude|short for 'north']"));
+    const QString key = QStringLiteral("|QObject|Coordinate / Nautical Bearing  Latitude  Breite]");
+    QCOMPARE(LvLatitude(-33.5).toString(true), QStringLiteral("[33° 30′ 0″ Süd") + key);
+    QCOMPARE(LvLatitude(53.25).toString(true), QStringLiteral("[53° 15′ 0″ Nord") + key);
+    QCoreApplication::removeTranslator(&translator);
 }
 
 void tst_LvLatitude::parse_data()

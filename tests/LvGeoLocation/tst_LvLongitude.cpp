@@ -1,8 +1,31 @@
 #include "LvLongitude.h"
 #include "LvTest.h"
 
+#include <QTranslator>
+
 #include <limits>
 #include <type_traits>
+
+namespace
+{
+
+/// Answers each text with all that it is looked up by.
+class Brackets : public QTranslator
+{
+public:
+    [[nodiscard]] bool isEmpty() const override { return false; }
+
+    [[nodiscard]] QString translate(const char* context, const char* source, const char* disambiguation,
+                                    int count) const override
+    {
+        return count == -1 ? QStringLiteral("[%1|%2|%3]")
+                                 .arg(QString::fromUtf8(source), QString::fromUtf8(context),
+                                      QString::fromUtf8(disambiguation))
+                           : QString();
+    }
+};
+
+} // namespace
 
 class tst_LvLongitude : public QObject
 {
@@ -24,6 +47,7 @@ private Q_SLOTS:
     void machineText();
     void humanText_data();
     void humanText();
+    void translation();
     void parse_data();
     void parse();
     void arithmetic();
@@ -202,6 +226,19 @@ void tst_LvLongitude::humanText()
 {
     QFETCH(double, degrees);
     QTEST(LvLongitude(degrees).toString(true), "text");
+}
+
+void tst_LvLongitude::translation()
+{
+    // Context and disambiguation are the keys of existing translations.
+    Brackets translator;
+    QVERIFY(QCoreApplication::installTranslator(&translator));
+    QCOMPARE(LvLongitude(-73.25).directionIndicator(), QStringLiteral("[W|LvLongitude|short for 'west']"));
+    QCOMPARE(LvLongitude(8.5).directionIndicator(), QStringLiteral("[E|LvLongitude|short for 'east']"));
+    const QString key = QStringLiteral("|QObject|Coordinate / Nautilal Bearing   Longitude/Länge]");
+    QCOMPARE(LvLongitude(-73.25).toString(true), QStringLiteral("[73° 15′ 0″ West") + key);
+    QCOMPARE(LvLongitude(8.5).toString(true), QStringLiteral("[8° 30′ 0″ Ost") + key);
+    QCoreApplication::removeTranslator(&translator);
 }
 
 void tst_LvLongitude::parse_data()
