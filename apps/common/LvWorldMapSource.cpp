@@ -271,7 +271,9 @@ void LvWorldMapSource::draw(QPainter& painter, const LvMapView& view, double pai
 {
     const LvWorldMapData& data = LvWorldMapData::builtIn();
     const QRectF picture(QPointF(0.0, 0.0), view.size());
-    const double margin = clipMargin * std::max(1.0, paintFactor);
+    // Around a tiny picture the margin would hold dozens of worlds.
+    const double margin =
+        std::min(clipMargin * std::max(1.0, paintFactor), std::max(picture.width(), picture.height()));
     const QRectF clip = picture.adjusted(-margin, -margin, margin, margin);
     const QRectF visible(view.normalizedRect().topLeft() - QPointF(margin, margin) / view.worldSize(),
                          clip.size() / view.worldSize());

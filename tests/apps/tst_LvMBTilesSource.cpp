@@ -35,6 +35,7 @@ bool run(const QString& fileName, const QStringList& statements, const QList<Til
         database.setDatabaseName(fileName);
         isFine = database.open();
         QSqlQuery query(database);
+        query.exec(QStringLiteral("PRAGMA synchronous = OFF")); // the file need not survive a power cut
         for (const QString& statement : statements) {
             isFine = query.exec(statement) && isFine;
         }
