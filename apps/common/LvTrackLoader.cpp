@@ -51,8 +51,21 @@ QString notXml(const QString& message)
     return translated("not readable as XML: %1").arg(message.simplified());
 }
 
+bool isTooLarge(const QFileInfo& file)
+{
+    return file.size() > LvFileHandler::maximumFileSize;
+}
+
+QString tooLarge()
+{
+    return translated("larger than %1 MiB").arg(LvFileHandler::maximumFileSize >> 20);
+}
+
 QString reasonInGpx(const QFileInfo& file)
 {
+    if (isTooLarge(file)) {
+        return tooLarge();
+    }
     const std::optional<QByteArray> bytes = LvFileHandler::readBytes(file);
     if (!bytes) {
         return translated("not readable");
@@ -103,6 +116,8 @@ QString reasonInKml(const QFileInfo& file)
         if (!reason.isEmpty()) {
             return reason;
         }
+    } else if (isTooLarge(file)) {
+        return tooLarge();
     }
     const QString text = LvTrackSelectionFactoryKmlFile().readFile(file);
     if (text.isEmpty()) {
