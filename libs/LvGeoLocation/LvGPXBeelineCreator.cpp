@@ -19,6 +19,7 @@ constexpr int searchIterations = 20;
 
 } // namespace
 
+// NOLINTNEXTLINE(modernize-pass-by-value) copies are as cheap
 LvGPXBeelineCreator::LvGPXBeelineCreator(const LvGeoPosition& from, const LvGeoPosition& to)
     : myFrom(from)
     , myTo(to)

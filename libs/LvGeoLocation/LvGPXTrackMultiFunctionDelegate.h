@@ -42,7 +42,7 @@ public:
     /// Nothing: the widget changes no data.
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
-public Q_SLOTS:
+public Q_SLOTS: // NOLINT(readability-redundant-access-specifiers) says more than public
     /// Lets the row blink; nothing happens while it has no widget.
     void animate(int row);
 

@@ -33,7 +33,7 @@ public:
     /// A label of this widget that shows the text, word-wrapped and elided.
     [[nodiscard]] LvElidedLabel* createTextLabel(const QString& text);
 
-public Q_SLOTS:
+public Q_SLOTS: // NOLINT(readability-redundant-access-specifiers) says more than public
     /// Shows the name anew when the row lies in the changed block.
     void modelDataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight);
 
