@@ -87,6 +87,7 @@ private Q_SLOTS:
     void centerLongitude();
     void optimalLatitude_data();
     void optimalLatitude();
+    void equalSums();
     void bothDirections();
     void alwaysEnds_data();
     void alwaysEnds();
@@ -250,6 +251,14 @@ void tst_LvGPXBeelineCreator::optimalLatitude()
     QCOMPARE(crossing.longitude().decimalDegrees(), longitude);
     const double difference = std::abs(crossing.latitude().decimalDegrees() - latitude);
     QVERIFY2(difference < searchToleranceDegrees, qPrintable(crossing.toString(false)));
+}
+
+void tst_LvGPXBeelineCreator::equalSums()
+{
+    // Ends on the equator make both ends of the bracket equally far: the southern half is kept, and from then
+    // on its northern end is always the better one.
+    const LvGPXBeelineCreator creator(LvGeoPosition(0, 10), LvGeoPosition(0, 50));
+    QCOMPARE(creator.estimateOptimalLatitude(30).latitude().decimalDegrees(), -80.0 / (1 << 20));
 }
 
 void tst_LvGPXBeelineCreator::bothDirections()
