@@ -302,8 +302,8 @@ qsizetype splitIndex(const Tokens& tokens)
 class AngleReader
 {
 public:
-    explicit AngleReader(const Tokens& tokens)
-        : myTokens(tokens)
+    explicit AngleReader(Tokens tokens)
+        : myTokens(std::move(tokens))
     {
     }
 
@@ -456,8 +456,8 @@ LvGeoPosition fromWebAddress(const QString& text)
     constexpr std::array keys{std::pair{"latitude", "longitude"}, std::pair{"mlat", "mlon"},
                               std::pair{"lat", "lon"}, std::pair{"lat", "lng"}};
     for (const auto& [latitude, longitude] : keys) {
-        const LvGeoPosition position = plainPosition(query.queryItemValue(QString::fromLatin1(latitude)),
-                                                     query.queryItemValue(QString::fromLatin1(longitude)));
+        LvGeoPosition position = plainPosition(query.queryItemValue(QString::fromLatin1(latitude)),
+                                               query.queryItemValue(QString::fromLatin1(longitude)));
         if (position.isValid()) {
             return position;
         }

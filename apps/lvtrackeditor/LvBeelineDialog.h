@@ -37,7 +37,6 @@ public:
 
     void accept() override;
 
-public Q_SLOTS:
     /// The place that was asked for last; an invalid position leaves it as it was.
     void setPicked(const LvGeoPosition& position);
 

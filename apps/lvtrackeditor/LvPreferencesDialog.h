@@ -32,7 +32,6 @@ public:
     void accept() override;
     void reject() override;
 
-public Q_SLOTS:
     /// Writes the settings of all pages, if all of them can be left; returns whether it did.
     bool apply();
 

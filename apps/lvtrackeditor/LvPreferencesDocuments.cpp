@@ -25,7 +25,7 @@ LvPreferencesDocuments::LvPreferencesDocuments(QWidget* parent)
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(myInline);
     layout->addWidget(mySeparateFiles);
-    readFromConfig();
+    myInline->setChecked(true); // one of the two, also before the settings are read
 }
 
 LvPreferencesDocuments::~LvPreferencesDocuments() = default;

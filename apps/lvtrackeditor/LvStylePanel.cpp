@@ -45,7 +45,7 @@ QIcon penStyleIcon(int style, const QColor& color, const QSize& size, double pix
     painter.setPen(pen);
     const double middle = std::floor(size.height() / 2.0);
     painter.drawLine(QPointF(0.0, middle), QPointF(size.width(), middle));
-    return QIcon(pixmap);
+    return {pixmap};
 }
 
 QDoubleSpinBox* widthEdit(QWidget* parent, const QString& objectName)

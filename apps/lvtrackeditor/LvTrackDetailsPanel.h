@@ -40,7 +40,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    QLabel* addRow(QFormLayout* layout, const QString& caption, const QString& objectName);
+    static QLabel* addRow(QFormLayout* layout, const QString& caption, const QString& objectName);
     void onNameFinished();
 
     QString myShownName;

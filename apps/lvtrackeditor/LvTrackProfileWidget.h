@@ -27,7 +27,6 @@ public:
     void setStatistics(const LvTrackStatistics& statistics);
     void clear();
 
-public Q_SLOTS:
     /// Puts the cursor on the point of the track that is nearest to the position, without a signal. An
     /// invalid position removes it.
     void setMarkedPosition(const LvGeoPosition& position);

@@ -3,13 +3,12 @@
 #include "LvGPXConfiguredTrack.h"
 #include "LvGPXConfiguredTrackList.h"
 #include "LvGPXTrack.h"
-#include "LvGPXTrackSegment.h"
 #include "LvGPXTrackShape.h"
-#include "LvGeoPositionList.h"
 #include "LvGeoPositionRect.h"
 #include "LvProgressBar.h"
 #include "LvTrackBounds.h"
 #include "LvTrackLoader.h"
+#include "LvTrackStatistics.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -47,23 +46,6 @@ struct TrackFacts {
     LvGeoPositionRect boundingBox;
 };
 
-/// Length of the segments; the way from one segment to the next is not part of the track, nor is one from or
-/// to a position that is not set.
-double lengthKm(const LvGPXTrack& track)
-{
-    double length = 0.0;
-    const QList<LvGPXTrackSegment> segments = track.segments();
-    for (const LvGPXTrackSegment& segment : segments) {
-        const LvGeoPositionList positions = segment.allPoints();
-        for (qsizetype i = 1; i < positions.size(); ++i) {
-            if (positions.at(i - 1).isValid() && positions.at(i).isValid()) {
-                length += positions.at(i - 1).distance(positions.at(i));
-            }
-        }
-    }
-    return std::round(length * metresPerKm) / metresPerKm;
-}
-
 TrackFacts factsOf(const LvGPXConfiguredTrack& configuredTrack)
 {
     const LvGPXTrack track = configuredTrack.track();
@@ -75,7 +57,7 @@ TrackFacts factsOf(const LvGPXConfiguredTrack& configuredTrack)
     facts.points = track.countPoints();
     facts.segments = track.segments().size();
     facts.enclaves = track.enclaves().size();
-    facts.lengthKm = lengthKm(track);
+    facts.lengthKm = std::round(LvTrackStatistics::lengthKm(track) * metresPerKm) / metresPerKm;
     facts.boundingBox = LvTrackBounds::ofElement(track);
     const QList<QDateTime> times = track.allTimeStamps();
     for (const QDateTime& time : times) {

@@ -9,7 +9,9 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 namespace
 {
@@ -311,12 +313,14 @@ void tst_LvTrackProfilePlot::paintingCostsTheWidth()
         plot.setStatistics(longTrack(count));
         plot.resize(480, 200);
         picture(plot); // gathers the columns
-        QElapsedTimer timer;
-        timer.start();
+        qint64 shortest = std::numeric_limits<qint64>::max(); // the others were interrupted
         for (int i = 0; i < 20; ++i) {
+            QElapsedTimer timer;
+            timer.start();
             picture(plot);
+            shortest = std::min(shortest, timer.nsecsElapsed());
         }
-        return static_cast<double>(timer.nsecsElapsed()) / 1e6;
+        return static_cast<double>(shortest) / 1e6;
     };
     const double few = milliseconds(1'000);
     const double many = milliseconds(50'000);
