@@ -317,6 +317,7 @@ void tst_LvGPXConfiguredTrack::setConfigurationTrackShape_data()
     QTest::newRow("line: a shape is taken") << tenPoints() << polygon << linestring << linestring;
     QTest::newRow("line: automatic is taken as it is") << tenPoints() << polygon << automatic << automatic;
     QTest::newRow("line: point is taken") << tenPoints() << linestring << point << point;
+    QTest::newRow("line shown as a point: a shape is taken") << tenPoints() << point << polygon << polygon;
     QTest::newRow("no points: unknown keeps the current one")
         << LvGPXTrack() << polygon << unknown << polygon;
     QTest::newRow("point: unknown") << onePoint() << polygon << unknown << point;
@@ -331,11 +332,11 @@ void tst_LvGPXConfiguredTrack::setConfigurationTrackShape()
     QFETCH(const LvGPXTrackShapeEnum, wanted);
     QFETCH(const LvGPXTrackShapeEnum, result);
 
-    LvGPXConfiguredTrack configured(path, style(LvGPXTrackShapeEnum::polygon));
+    LvGPXConfiguredTrack configured(path, style(current));
     if (current == LvGPXTrackShapeEnum::automatic) {
         configured.setConfiguration(style(current));
-        QVERIFY(configured.configuration().trackShape() == current);
     }
+    QVERIFY(configured.configuration().trackShape() == current);
     LvGPXTrackConfiguration changed = style(wanted);
     changed.setLineWidth(2.0);
     configured.setConfiguration(changed);

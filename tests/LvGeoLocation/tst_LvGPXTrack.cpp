@@ -310,6 +310,11 @@ void tst_LvGPXTrack::elementOperations()
     QCOMPARE(track.countPoints(), 3);
     QVERIFY(element.boundingBox() == LvGeoPositionRect(LvGeoPosition(1, 2), LvGeoPosition(3, 4)));
 
+    const LvGPXTrack reversed(QString(), QString(), {LvGPXTrackSegment(b), LvGPXTrackSegment({b, a})},
+                              LvGPXTrackShapeEnum::linestring);
+    QVERIFY(reversed.firstPoint() == LvGeoPosition(3, 4));
+    QVERIFY(reversed.lastPoint() == LvGeoPosition(1, 2)); // of the last segment
+
     // One point in each of two segments is no single point.
     const LvGPXTrack twice(QString(), QString(), {LvGPXTrackSegment(a), LvGPXTrackSegment(a)},
                            LvGPXTrackShapeEnum::point);

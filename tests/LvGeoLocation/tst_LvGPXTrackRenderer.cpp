@@ -1055,6 +1055,20 @@ void tst_LvGPXTrackRenderer::enclaves()
     QCOMPARE(image.pixelColor(20, 50), QColor(Qt::blue));
     QCOMPARE(image.pixelColor(50, 50).alpha(), 0);
     QCOMPARE(image.pixelColor(57, 43).alpha(), 0);
+
+    // Smoothed as strongly, and in as many steps, as the track around it.
+    LvGPXTrack around = track({{0, 0}, {-90, 90}});
+    const LvGPXTrack bent = track({{0, 0}, {-40, 50}, {0, 100}});
+    around.addEnclave(bent);
+    for (const int strength : {100, 50, 0}) {
+        for (const int steps : {1, 3}) {
+            const LvGPXConfiguredTrack smoothed(
+                around,
+                configuration(lineShape, strokeOnly, 1, 10.0, 0.0, orange(), Qt::blue, 1, strength, steps));
+            QCOMPARE(corners(plain().createPainterPath(smoothed)).mid(2),
+                     corners(plain().createPainterPath(bent, strength, steps)));
+        }
+    }
 }
 
 void tst_LvGPXTrackRenderer::worldOffset()
@@ -1177,6 +1191,7 @@ void tst_LvGPXTrackRenderer::drawPointPlaces_data()
     QTest::newRow("0/0 is a place, too") << LvGeoPositionList{{0, 0}} << QList<QPointF>({{0, 0}});
     QTest::newRow("latitude beyond 360") << LvGeoPositionList{{361, 30}} << QList<QPointF>();
     QTest::newRow("latitude at -360") << LvGeoPositionList{{-360, 30}} << QList<QPointF>({{30, 360}});
+    QTest::newRow("longitude at 360") << LvGeoPositionList{{-20, 360}} << QList<QPointF>({{360, 20}});
     QTest::newRow("longitude below -360") << LvGeoPositionList{{20, -360.5}} << QList<QPointF>();
     QTest::newRow("unset position") << LvGeoPositionList{LvGeoPosition()} << QList<QPointF>();
     QTest::newRow("line as point: its middle")

@@ -37,6 +37,7 @@ private Q_SLOTS:
     void epsilonEqual();
     void widensEastAndWest();
     void widensNorthAndSouth();
+    void northIsNormalizedAfresh();
     void keepsMatchingAspect();
     void wholeBoxIsVisible_data();
     void wholeBoxIsVisible();
@@ -149,6 +150,33 @@ void tst_LvMapProjection::widensNorthAndSouth()
     QVERIFY(isNear(south - north, 40.0 / 360.0, 1e-12)); // as high as wide
     QVERIFY(isNear(south - oldSouth, oldNorth - north, 1e-12)); // equally on both sides
     QVERIFY(south > oldSouth);
+}
+
+void tst_LvMapProjection::northIsNormalizedAfresh()
+{
+    // The upper edge of a heightened box follows from the latitude that the result tells, which is rounded,
+    // not from the normalized value that this latitude was made of.
+    constexpr double pi = 3.141592653589793;
+    constexpr double worldSize = 100 * 360 / 60.0;
+    const auto latitudeOfTop = [](double normalizedNorth) {
+        const double y = (0 + worldSize * normalizedNorth) / worldSize;
+        return 90.0 - 360.0 * std::atan(std::exp(2.0 * (y - 0.5) * pi)) / pi;
+    };
+    int differing = 0;
+    for (int step = 0; step < 200; ++step) {
+        const double south = -60.0 + step * 0.45;
+        const double north = south + 0.6;
+        const LvMapProjection projection(rectOf(south, north, -30, 30), QSize(100, 100));
+        const double normalizedNorth = LvMapProjection::latitudeToNormalized(north);
+        const double height = LvMapProjection::latitudeToNormalized(south) - normalizedNorth;
+        const double summed = normalizedNorth - ((60.0 / 360.0) / 1.0 - height) * 0.5;
+        const double afresh =
+            LvMapProjection::latitudeToNormalized(LvMapProjection::normalizedToLatitude(summed));
+        const double latitude = projection.convert(QPoint(0, 0)).latitude().decimalDegrees();
+        QVERIFY(latitude == latitudeOfTop(afresh));
+        differing += latitude == latitudeOfTop(summed) ? 0 : 1;
+    }
+    QVERIFY(differing > 0);
 }
 
 void tst_LvMapProjection::keepsMatchingAspect()

@@ -20,6 +20,7 @@
 #include "LvTrackSelectionFactory.h"
 
 #include <QDomDocument>
+#include <QLoggingCategory>
 #include <QSet>
 #include <QTemporaryDir>
 #include <QThread>
@@ -340,6 +341,7 @@ void tst_Threads::filesReadAtOnce()
          {"brocken-hike.gpx", "weser-route.gpx", "german-bight.kml", "iceland.kmz", "lake-islands.gpx"}) {
         files.append(QUrl::fromLocalFile(LvTest::sampleFile(QString::fromLatin1(name))));
     }
+    QLoggingCategory::setFilterRules(QStringLiteral("lv.usage=false")); // not a line per file and thread
     const LvTrackSelectionFactory* factory = LvTrackSelectionFactory::instance();
     const LvGPXConfiguredTrackList expected = factory->createConfiguredTrackList(files);
     QVERIFY(expected.count() >= files.size());
