@@ -13,6 +13,8 @@
 namespace
 {
 
+constexpr int longestEntity = 4096; // characters; the limit that the toolkit sets for the tree
+
 QString at(const QString& message, qint64 line, qint64 column)
 {
     return QStringLiteral("%1 (line %2, column %3)")
@@ -51,86 +53,151 @@ bool isQuote(QChar character)
     return character == u'"' || character == u'\'';
 }
 
+bool isBlank(QChar character)
+{
+    return character == u' ' || character == u'\n' || character == u'\r' || character == u'\t';
+}
+
 qsizetype behindQuoted(QStringView text, qsizetype quote)
 {
     const qsizetype end = text.indexOf(text[quote], quote + 1);
     return end < 0 ? text.size() : end + 1;
 }
 
-/// Looks through the text for what costs the reader far more than its size, before the reader sees it.
-/// Where the text is not well-formed the reader stops, so what comes behind need not be understood.
-class LvXMLTraps
+/// Looks through the text for what costs the toolkit far more than its size, before the toolkit sees it: a
+/// few per cent of the time that the tree takes. Ends at the first problem. Where the text is not well-formed
+/// the tree ends, so what comes behind need not be understood.
+class LvXMLScan
 {
 public:
-    explicit LvXMLTraps(QStringView text)
+    explicit LvXMLScan(QStringView text)
         : myText(text)
     {
-        qsizetype index = myText.indexOf(u'<');
-        while (index >= 0 && index < myText.size()) {
-            if (beginsAt(myText, index, QLatin1String("<!--"))) {
-                index = behind(myText, QLatin1String("-->"), index + 4);
-            } else if (beginsAt(myText, index, QLatin1String("<![CDATA["))) {
-                index = behind(myText, QLatin1String("]]>"), index);
-            } else if (beginsAt(myText, index, QLatin1String("<?"))) {
-                index = behind(myText, QLatin1String("?>"), index);
-            } else if (beginsAt(myText, index, QLatin1String("<!"))) {
-                index = behindDocumentType(index);
+        while (myProblem.isEmpty() && skipText()) {
+            ++myNodes;
+            if (beginsHere(QLatin1String("<!--"))) {
+                myIndex = behind(myText, QLatin1String("-->"), myIndex + 4);
+            } else if (beginsHere(QLatin1String("<![CDATA["))) {
+                myIndex = behind(myText, QLatin1String("]]>"), myIndex);
+            } else if (beginsHere(QLatin1String("<?"))) {
+                myIndex = behind(myText, QLatin1String("?>"), myIndex);
+            } else if (beginsHere(QLatin1String("<!"))) {
+                skipDocumentType();
             } else {
-                index = behindTag(index);
+                skipTag();
             }
-            index = myText.indexOf(u'<', index);
+            if (myNodes > LvXMLLoader::maximumNodes) {
+                myProblem = tooManyNodes();
+            }
         }
     }
 
-    /// The largest number of attributes in one tag. The reader compares each with each.
-    [[nodiscard]] qsizetype mostAttributes() const { return myMostAttributes; }
-
-    /// The number of uses of parameter entities: each may put another 4096 characters into the document type.
-    [[nodiscard]] qint64 parameterEntities() const { return myParameterEntities; }
+    /// Empty when all is well.
+    [[nodiscard]] QString problem() const
+    {
+        if (myProblem.isEmpty()) {
+            return {};
+        }
+        const QStringView before = myText.first(std::min(myIndex, myText.size()));
+        return at(myProblem, before.count(u'\n') + 1, myIndex - before.lastIndexOf(u'\n'));
+    }
 
     [[nodiscard]] bool hasDocumentType() const { return myHasDocumentType; }
 
-private:
-    qsizetype behindTag(qsizetype index)
+    static QString tooManyNodes()
     {
-        qsizetype attributes = 0;
-        while (index < myText.size() && myText[index] != u'>') {
-            if (isQuote(myText[index])) {
-                ++attributes;
-                index = behindQuoted(myText, index);
-            } else {
-                ++index;
-            }
-        }
-        myMostAttributes = std::max(myMostAttributes, attributes);
-        return index;
+        return QStringLiteral("More than %1 elements, attributes and texts.").arg(LvXMLLoader::maximumNodes);
     }
 
-    qsizetype behindDocumentType(qsizetype index)
+    static QString tooDeep()
+    {
+        return QStringLiteral("More than %1 elements inside each other.").arg(LvXMLLoader::maximumDepth);
+    }
+
+    static QString tooMuchExpansion() { return QStringLiteral("Entities expand to too many characters."); }
+
+private:
+    [[nodiscard]] bool beginsHere(QLatin1String beginning) const
+    {
+        return beginsAt(myText, myIndex, beginning);
+    }
+
+    /// Goes on to the next "<", false when there is none. Texts of blanks make no node.
+    bool skipText()
+    {
+        while (myIndex < myText.size() && isBlank(myText[myIndex])) {
+            ++myIndex;
+        }
+        if (myIndex < myText.size() && myText[myIndex] != u'<') {
+            ++myNodes;
+            const qsizetype end = myText.indexOf(u'<', myIndex);
+            myIndex = end < 0 ? myText.size() : end;
+        }
+        return myIndex < myText.size();
+    }
+
+    void skipTag()
+    {
+        const bool isEnd = beginsHere(QLatin1String("</"));
+        qsizetype attributes = 0;
+        while (myIndex < myText.size() && myText[myIndex] != u'>') {
+            if (isQuote(myText[myIndex])) {
+                ++attributes;
+                myIndex = behindQuoted(myText, myIndex);
+            } else {
+                ++myIndex;
+            }
+        }
+        const bool isEmpty = myText[myIndex - 1] == u'/';
+        ++myIndex;
+        if (isEnd) {
+            --myNodes; // no node of its own
+            --myDepth;
+            return;
+        }
+        myNodes += 2 * attributes; // each with its text
+        if (attributes > LvXMLLoader::maximumAttributes) {
+            myProblem =
+                QStringLiteral("More than %1 attributes in one tag.").arg(LvXMLLoader::maximumAttributes);
+        } else if (myDepth + 1 > LvXMLLoader::maximumDepth) {
+            myProblem = tooDeep();
+        }
+        if (!isEmpty) {
+            ++myDepth;
+        }
+    }
+
+    void skipDocumentType()
     {
         myHasDocumentType = true;
+        qint64 parameterEntities = 0;
         bool isInside = false;
-        while (index < myText.size() && (isInside || myText[index] != u'>')) {
-            const QChar character = myText[index];
+        while (myIndex < myText.size() && (isInside || myText[myIndex] != u'>')) {
+            const QChar character = myText[myIndex];
             if (isQuote(character)) {
-                index = behindQuoted(myText, index);
-            } else if (beginsAt(myText, index, QLatin1String("<!--"))) {
-                index = behind(myText, QLatin1String("-->"), index + 4);
-            } else if (beginsAt(myText, index, QLatin1String("<?"))) {
-                index = behind(myText, QLatin1String("?>"), index);
+                myIndex = behindQuoted(myText, myIndex);
+            } else if (beginsHere(QLatin1String("<!--"))) {
+                myIndex = behind(myText, QLatin1String("-->"), myIndex + 4);
+            } else if (beginsHere(QLatin1String("<?"))) {
+                myIndex = behind(myText, QLatin1String("?>"), myIndex);
             } else {
                 isInside = character == u'[' || (isInside && character != u']');
                 // Also where it only declares one: "<!ENTITY % name". Those are few.
-                myParameterEntities += character == u'%' ? 1 : 0;
-                ++index;
+                parameterEntities += character == u'%' ? 1 : 0;
+                ++myIndex;
             }
         }
-        return index;
+        ++myIndex;
+        if (parameterEntities * longestEntity > LvXMLLoader::maximumEntityExpansion) {
+            myProblem = tooMuchExpansion();
+        }
     }
 
     QStringView myText;
-    qsizetype myMostAttributes = 0;
-    qint64 myParameterEntities = 0;
+    qsizetype myIndex = 0;
+    QString myProblem;
+    qint64 myNodes = 0;
+    int myDepth = 0;
     bool myHasDocumentType = false;
 };
 
@@ -158,28 +225,21 @@ qint64 expansionOf(QStringView text, const QXmlStreamReader& reader)
     return characters;
 }
 
-/// Reads the document once without building anything, about a tenth of the time that the tree takes, and
-/// tells why there must not be a tree.
-class LvXMLCheck
+/// Reads a document with a document type once without building anything: its entities and default attributes
+/// may make much of a short text.
+class LvXMLExpansionCheck
 {
 public:
-    template <class Source>
-    explicit LvXMLCheck(const Source& source)
-        : myReader(source)
+    LvXMLExpansionCheck(QXmlStreamReader& reader, const QString& text)
+        : myReader(reader)
+        , myText(text)
     {
-        myReader.setNamespaceProcessing(false); // as for the tree
-        if (myReader.readNext() == QXmlStreamReader::StartDocument) {
-            checkText(decoded(source, myReader.documentEncoding().toString()));
-        }
         while (myProblem.isEmpty() && !myReader.atEnd()) {
             checkToken(myReader.readNext());
         }
-        if (myProblem.isEmpty() && myReader.hasError()) {
-            myProblem = myReader.errorString();
-        }
     }
 
-    /// Empty when all is well.
+    /// Empty when all is well, or when the reader has an error, which the tree will have as well.
     [[nodiscard]] QString problem() const
     {
         return myProblem.isEmpty() ? myProblem
@@ -187,47 +247,31 @@ public:
     }
 
 private:
-    void checkText(const QString& text)
-    {
-        const LvXMLTraps traps(text);
-        if (traps.mostAttributes() > LvXMLLoader::maximumAttributes) {
-            myProblem =
-                QStringLiteral("More than %1 attributes in one tag.").arg(LvXMLLoader::maximumAttributes);
-        }
-        countExpansion(traps.parameterEntities() * myReader.entityExpansionLimit());
-        if (traps.hasDocumentType()) {
-            myText = text; // needed once more when the entities are known
-        }
-    }
-
     void checkToken(QXmlStreamReader::TokenType token)
     {
-        ++myNodes;
         if (token == QXmlStreamReader::StartElement) {
             checkElement();
         } else if (token == QXmlStreamReader::EndElement) {
             --myDepth;
-            --myNodes; // no node of its own
         } else if (token == QXmlStreamReader::DTD) {
             // The reader bounds one entity, not the uses of it, and joins them into one text before it
             // returns: too late to count then.
             countExpansion(expansionOf(myText, myReader));
-            myText.clear();
+        } else if (!myReader.isWhitespace()) {
+            ++myNodes;
         }
         if (myProblem.isEmpty() && myNodes > LvXMLLoader::maximumNodes) {
-            myProblem =
-                QStringLiteral("More than %1 elements, attributes and texts.").arg(LvXMLLoader::maximumNodes);
+            myProblem = LvXMLScan::tooManyNodes();
         }
     }
 
     void checkElement()
     {
         if (++myDepth > LvXMLLoader::maximumDepth) {
-            myProblem =
-                QStringLiteral("More than %1 elements inside each other.").arg(LvXMLLoader::maximumDepth);
+            myProblem = LvXMLScan::tooDeep();
         }
         const QXmlStreamAttributes attributes = myReader.attributes();
-        myNodes += 2 * attributes.size(); // each with its text
+        myNodes += 1 + 2 * attributes.size(); // each with its text
         for (const QXmlStreamAttribute& attribute : attributes) {
             if (attribute.isDefault()) {
                 countExpansion(attribute.qualifiedName().size() + attribute.value().size());
@@ -239,11 +283,11 @@ private:
     {
         myExpansion += characters;
         if (myProblem.isEmpty() && myExpansion > LvXMLLoader::maximumEntityExpansion) {
-            myProblem = QStringLiteral("Entities expand to too many characters.");
+            myProblem = LvXMLScan::tooMuchExpansion();
         }
     }
 
-    QXmlStreamReader myReader;
+    QXmlStreamReader& myReader;
     QString myText;
     QString myProblem;
     qint64 myExpansion = 0;
@@ -251,10 +295,28 @@ private:
     int myDepth = 0;
 };
 
+/// Why there must not be a tree of the document; empty when all is well so far.
+template <class Source>
+QString findProblem(const Source& source)
+{
+    QXmlStreamReader reader(source);
+    reader.setNamespaceProcessing(false); // as for the tree
+    reader.setEntityExpansionLimit(longestEntity);
+    if (reader.readNext() != QXmlStreamReader::StartDocument) {
+        return at(reader.errorString(), reader.lineNumber(), reader.columnNumber());
+    }
+    const QString text = decoded(source, reader.documentEncoding().toString());
+    const LvXMLScan scan(text);
+    if (!scan.problem().isEmpty() || !scan.hasDocumentType()) {
+        return scan.problem();
+    }
+    return LvXMLExpansionCheck(reader, text).problem();
+}
+
 template <class Source>
 bool parseSource(const Source& source, QDomDocument& document, QString* errorMessage)
 {
-    QString problem = LvXMLCheck(source).problem();
+    QString problem = findProblem(source);
     QDomDocument parsed;
     if (problem.isEmpty()) {
         QString message;

@@ -15,8 +15,9 @@ class QFileInfo;
  * Names keep their prefix, and prefixes need not be declared. Documents that do not parse wholly give nothing
  * at all, also where the part before the error could be read. External entities are not loaded. The expansion
  * of internal ones is bounded, and so is what makes the toolkit slow or hungry: the depth, because the tree
- * frees its elements by recursion, the attributes of one tag, because the reader compares each with each, and
- * the size of the tree. All that is found out before a tree is begun. Without state, usable from any thread.
+ * frees its elements by recursion, the attributes of one tag, because the toolkit compares each with each,
+ * and the size of the tree. All that is found out before a tree is begun. Without state, usable from any
+ * thread.
  */
 class LVCORE_EXPORT LvXMLLoader
 {
