@@ -2,9 +2,6 @@
 
 #include "LvCopyrightRenderer.h"
 #include "LvDistance.h"
-#include "LvGPXConfiguredTrack.h"
-#include "LvGPXConfiguredTrackList.h"
-#include "LvGPXTrackConfiguration.h"
 #include "LvMapSource.h"
 #include "LvMapTrackRenderer.h"
 #include "LvOsmScaleRenderer.h"
@@ -26,7 +23,6 @@
 namespace
 {
 
-constexpr QColor haloColor(255, 255, 255, 180);
 constexpr int jpegQuality = 92;
 constexpr int opaqueMap = 255; // the cropping opacity that leaves the map as it is
 constexpr int pixelsPerInch = 96; // of SVG and PDF pictures
@@ -37,30 +33,9 @@ constexpr double liftedHeights = 2.5; // lower edge to top of a scale bar that m
 constexpr double shrinkStep = 0.9;
 constexpr double smallestTextFactor = 0.1; // below it the legend has no texts
 
-// Neither of the two values that the renderer knows by name: as wide as the line with its halo, but in the
-// colour of the configuration.
-constexpr auto haloOption = static_cast<TrackRenderOption>(2);
-
 QString translated(const char* text)
 {
     return QCoreApplication::translate("LvMapPicture", text);
-}
-
-bool isFilledArea(const LvGPXConfiguredTrack& track)
-{
-    return track.effectiveShape() == LvGPXTrackShapeEnum::polygon
-        && track.hasDrawOption(LvGPXTrackDisplayOptionsEnum::fill);
-}
-
-/// The track as the light seam below itself.
-LvGPXConfiguredTrack haloOf(const LvGPXConfiguredTrack& track)
-{
-    LvGPXTrackConfiguration configuration = track.configuration();
-    configuration.setLineColor(haloColor);
-    configuration.setCurrentDisplayOptions(LvGPXTrackDisplayOptionsEnum::stroke);
-    LvGPXConfiguredTrack halo = track;
-    halo.setConfiguration(configuration);
-    return halo;
 }
 
 bool hasVisiblePixel(const QImage& image, const QRect& rect)
@@ -107,7 +82,8 @@ bool LvMapPicture::isLegendOnTracks() const
     }
     QPainter painter(&image);
     painter.translate(0.0, -strip.top());
-    LvMapTrackRenderer(mySelection, myView, myPaintFactor).renderWith(painter, haloOption);
+    LvMapTrackRenderer(mySelection, myView, myPaintFactor)
+        .renderWith(painter, LvMapTrackRenderer::haloOption);
     painter.end();
     return hasVisiblePixel(image, scale.translated(0, -strip.top()))
         || hasVisiblePixel(image, attribution.translated(0, -strip.top()));
@@ -137,14 +113,24 @@ bool LvMapPicture::draw(QPainter& painter) const
             mapPainter.end();
             painter.drawImage(QPointF(0.0, 0.0), renderer.crop(map));
         }
-        renderer.renderWith(painter, TrackRenderOption::Normal);
     } else {
         drawMap(painter);
-        drawTracks(painter, renderer);
     }
+    renderer.drawSelection(painter, [] { return false; });
     drawLegend(painter);
     painter.restore();
     return isComplete;
+}
+
+void LvMapPicture::drawLegend(QPainter& painter) const
+{
+    const Legend places = legend();
+    if (myIsScaleBarVisible) {
+        scaleRenderer(places.scaleFactor).renderScale(painter, pictureRect(), places.scaleFactor);
+    }
+    if (!myAttribution.isEmpty()) {
+        LvCopyrightRenderer::renderCopyRight(painter, pictureRect(), places.attributionFactor);
+    }
 }
 
 QImage LvMapPicture::toImage() const
@@ -245,42 +231,6 @@ void LvMapPicture::drawMap(QPainter& painter) const
 {
     if (mySource != nullptr) {
         mySource->draw(painter, myView, myPaintFactor);
-    }
-}
-
-void LvMapPicture::drawTracks(QPainter& painter, const LvGPXTrackRenderer& renderer) const
-{
-    const LvGPXConfiguredTrackList tracks = mySelection.tracks();
-    qsizetype first = 0;
-    while (first < tracks.count()) {
-        // Neighbouring lines share one layer of halos, so that no halo cuts into a line beside it. A filled
-        // area would hide that layer; it starts a new one.
-        qsizetype end = first + 1;
-        if (!isFilledArea(tracks.at(first))) {
-            while (end < tracks.count() && !isFilledArea(tracks.at(end))) {
-                ++end;
-            }
-        }
-        for (qsizetype i = first; i < end; ++i) {
-            if (!tracks.at(i).haloWidth().isNull()) {
-                renderer.drawTrack(&painter, haloOf(tracks.at(i)), haloOption);
-            }
-        }
-        for (qsizetype i = first; i < end; ++i) {
-            renderer.drawTrack(&painter, tracks.at(i), TrackRenderOption::Normal);
-        }
-        first = end;
-    }
-}
-
-void LvMapPicture::drawLegend(QPainter& painter) const
-{
-    const Legend places = legend();
-    if (myIsScaleBarVisible) {
-        scaleRenderer(places.scaleFactor).renderScale(painter, pictureRect(), places.scaleFactor);
-    }
-    if (!myAttribution.isEmpty()) {
-        LvCopyrightRenderer::renderCopyRight(painter, pictureRect(), places.attributionFactor);
     }
 }
 

@@ -7,7 +7,6 @@
 #include <QRectF>
 #include <QString>
 
-class LvGPXTrackRenderer;
 class LvMapSource;
 class LvOsmScaleRenderer;
 class QPainter;
@@ -55,6 +54,9 @@ public:
     /// memory for it, which only a faded map needs.
     bool draw(QPainter& painter) const;
 
+    /// Draws scale bar and attribution alone, over a map that is there already.
+    void drawLegend(QPainter& painter) const;
+
     /// The picture as an image; transparent where there is no map. A null image when there is not enough
     /// memory.
     [[nodiscard]] QImage toImage() const;
@@ -79,8 +81,6 @@ private:
     [[nodiscard]] QRect pictureRect() const;
     [[nodiscard]] static QImage transparentImage(const QSize& size);
     void drawMap(QPainter& painter) const;
-    void drawTracks(QPainter& painter, const LvGPXTrackRenderer& renderer) const;
-    void drawLegend(QPainter& painter) const;
     [[nodiscard]] QByteArray encodeImage(const QString& suffix) const;
     [[nodiscard]] QByteArray encodeSvg() const;
     [[nodiscard]] QByteArray encodePdf() const;
