@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
 namespace
 {
@@ -31,8 +32,8 @@ constexpr int unavailableStatus = 503;
 
 } // namespace
 
-LvUrlTileSource::LvUrlTileSource(const LvTileUrlTemplate& address, const QString& cacheDirectory)
-    : myAddress(address)
+LvUrlTileSource::LvUrlTileSource(LvTileUrlTemplate address, const QString& cacheDirectory)
+    : myAddress(std::move(address))
     , myNetwork(new QNetworkAccessManager(this)) // NOLINT(cppcoreguidelines-owning-memory) a child of this
     , myPause(static_cast<int>(defaultPause.count()))
 {

@@ -31,7 +31,7 @@ public:
     static constexpr int maximumRequests = 4; ///< under way at a time
 
     /// @param cacheDirectory where tiles are kept; by default "tiles" in the user's folder for caches
-    explicit LvUrlTileSource(const LvTileUrlTemplate& address,
+    explicit LvUrlTileSource(LvTileUrlTemplate address,
                              const QString& cacheDirectory = defaultCacheDirectory());
     ~LvUrlTileSource() override;
     Q_DISABLE_COPY_MOVE(LvUrlTileSource)
