@@ -20,11 +20,33 @@ LvMapBackgroundWorker::LvMapBackgroundWorker()
     myRedrawTimer.setSingleShot(true);
     myRedrawTimer.setInterval(redrawMilliseconds);
     connect(&myRedrawTimer, &QTimer::timeout, this, &LvMapBackgroundWorker::redraw);
+    // Sources belong to one thread.
+    connect(this, &LvMapBackgroundWorker::sourceRequested, this, &LvMapBackgroundWorker::openSource,
+            Qt::QueuedConnection);
 }
 
 LvMapBackgroundWorker::~LvMapBackgroundWorker() = default;
 
-void LvMapBackgroundWorker::setSource(const QString& name)
+void LvMapBackgroundWorker::requestSource(const QString& name)
+{
+    Q_EMIT sourceRequested(name, {});
+}
+
+bool LvMapBackgroundWorker::draw(QPainter& painter, const LvMapLayerRequest& request)
+{
+    if (mySource != nullptr) {
+        mySource->draw(painter, request.view(), request.pixelRatio);
+    }
+    return true;
+}
+
+bool LvMapBackgroundWorker::isComplete() const
+{
+    const auto* tiles = dynamic_cast<const LvUrlTileSource*>(mySource.get());
+    return tiles == nullptr || tiles->isComplete();
+}
+
+void LvMapBackgroundWorker::openSource(const QString& name)
 {
     if (LvTileUrlTemplate::looksLikeUrl(name)) {
         const LvTileUrlTemplate address(name);
@@ -43,20 +65,6 @@ void LvMapBackgroundWorker::setSource(const QString& name)
     }
     myRedrawTimer.stop();
     Q_EMIT sourceChanged(name, mySource != nullptr ? mySource->attribution() : QString());
-}
-
-bool LvMapBackgroundWorker::draw(QPainter& painter, const LvMapLayerRequest& request)
-{
-    if (mySource != nullptr) {
-        mySource->draw(painter, request.view(), request.pixelRatio);
-    }
-    return true;
-}
-
-bool LvMapBackgroundWorker::isComplete() const
-{
-    const auto* tiles = dynamic_cast<const LvUrlTileSource*>(mySource.get());
-    return tiles == nullptr || tiles->isComplete();
 }
 
 std::unique_ptr<LvMapSource> LvMapBackgroundWorker::openUrl(const QString& name)

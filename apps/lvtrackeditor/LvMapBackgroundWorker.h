@@ -19,10 +19,10 @@ public:
     ~LvMapBackgroundWorker() override;
     Q_DISABLE_COPY_MOVE(LvMapBackgroundWorker)
 
-    /// Opens another source and tells with one of the signals below what came out; the old one stays when
-    /// the new one is not usable. Call it in the thread of this object: sources belong to one thread.
+    /// Opens another source, later and in the thread of this object, and tells with one of the signals below
+    /// what came out; the old one stays when the new one is not usable. Thread-safe.
     /// @param name "builtin", "none", a folder of tiles, an MBTiles file, or the address of a tile server
-    void setSource(const QString& name);
+    void requestSource(const QString& name);
 
 Q_SIGNALS:
     /// The next layer shows this source.
@@ -34,11 +34,15 @@ Q_SIGNALS:
     /// Something about map tiles that people should know, a whole sentence.
     void messageRaised(const QString& message);
 
+    /// For this class only.
+    void sourceRequested(const QString& name, QPrivateSignal);
+
 protected:
     bool draw(QPainter& painter, const LvMapLayerRequest& request) override;
     [[nodiscard]] bool isComplete() const override;
 
 private:
+    void openSource(const QString& name);
     std::unique_ptr<LvMapSource> openUrl(const QString& name);
     [[nodiscard]] static QString problemOf(const QString& name);
 

@@ -6,6 +6,11 @@
 #include <limits>
 #include <utility>
 
+LvMapLayerWorker::LvMapLayerWorker()
+{
+    connect(this, &LvMapLayerWorker::requested, this, &LvMapLayerWorker::drawPending, Qt::QueuedConnection);
+}
+
 LvMapLayerWorker::~LvMapLayerWorker() = default;
 
 void LvMapLayerWorker::request(const LvMapLayerRequest& request, Urgency urgency)
@@ -17,7 +22,7 @@ void LvMapLayerWorker::request(const LvMapLayerRequest& request, Urgency urgency
         myOldestUseful = request.number;
     }
     if (!isAwake) {
-        QMetaObject::invokeMethod(this, &LvMapLayerWorker::drawPending, Qt::QueuedConnection);
+        Q_EMIT requested({});
     }
 }
 

@@ -27,7 +27,7 @@ public:
         Superseding ///< what is being drawn shall be given up
     };
 
-    LvMapLayerWorker() = default;
+    LvMapLayerWorker();
     ~LvMapLayerWorker() override;
     Q_DISABLE_COPY_MOVE(LvMapLayerWorker)
 
@@ -39,6 +39,9 @@ public:
 
 Q_SIGNALS:
     void drawn(const LvMapLayer& layer);
+
+    /// For this class only: a request waits.
+    void requested(QPrivateSignal);
 
 protected:
     /// Draws onto a transparent picture. Returns false when it gave up.

@@ -119,7 +119,7 @@ void LvMapWidget::setMapSource(const QString& name)
 {
     myOpeningSources += 1;
     myWasRendering = true;
-    QMetaObject::invokeMethod(myMapWorker, [worker = myMapWorker, name] { worker->setSource(name); });
+    myMapWorker->requestSource(name);
 }
 
 void LvMapWidget::setAttribution(const QString& attribution)
