@@ -106,7 +106,7 @@ public:
     [[nodiscard]] QSize sizeHint() const override;
     [[nodiscard]] QSize minimumSizeHint() const override;
 
-public Q_SLOTS:
+    /// By one level, around the middle.
     void zoomIn();
     void zoomOut();
 
