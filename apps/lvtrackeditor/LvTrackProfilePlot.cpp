@@ -272,7 +272,9 @@ void LvTrackProfilePlot::updatePlotRect()
     const double unit = metrics.horizontalAdvance(isTimeShown() ? tr("h") : tr("km"));
     const double right = std::max(widest(mySpeed.ticks, tr("km/h")), label / 2.0 + gap + unit) + 2.0 * gap;
     const double line = metrics.height();
-    myPlotRect = QRectF(QPointF(left, line * 1.5), QPointF(width() - right, height() - line * 1.5));
+    // Whole pixels, so that the columns are those of the screen.
+    myPlotRect = QRectF(QPointF(std::ceil(left), std::ceil(line * 1.5)),
+                        QPointF(std::floor(width() - right), std::floor(height() - line * 1.5)));
     if (myPlotRect.width() < 1.0 || myPlotRect.height() < 1.0) {
         myPlotRect.setSize({std::max(1.0, myPlotRect.width()), std::max(1.0, myPlotRect.height())});
     }
@@ -352,42 +354,58 @@ void LvTrackProfilePlot::drawAxes(QPainter& painter) const
 void LvTrackProfilePlot::drawCurve(QPainter& painter, const Curve& curve, const QColor& color,
                                    bool isFilled) const
 {
-    QPolygonF polygon;
-    const auto finish = [&] {
-        if (polygon.size() == 1) {
-            polygon.append(polygon.first() + QPointF(0.5, 0.0)); // a lonely point is seen, too
-        }
-        if (isFilled && !polygon.isEmpty()) {
-            QPolygonF area = polygon;
-            area.append({polygon.last().x(), myPlotRect.bottom()});
-            area.append({polygon.first().x(), myPlotRect.bottom()});
-            painter.setPen(Qt::NoPen);
-            painter.setBrush(withAlpha(color, areaAlpha));
-            painter.drawPolygon(area);
-        }
-        painter.setPen(QPen(color, curveWidth, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-        painter.drawPolyline(polygon);
-        polygon.clear();
-    };
-    int run = -1;
+    // Single lines and rectangles instead of one path: filling and stroking paths that zigzag from column to
+    // column takes seconds.
+    QList<QLineF> lines;
+    lines.reserve(2 * curve.columns.size());
+    const QColor areaColor = withAlpha(color, areaAlpha);
+    qsizetype before = -1; // the last column with a value
+    QPointF end;
     for (qsizetype i = 0; i < curve.columns.size(); ++i) {
         const Column& column = curve.columns.at(i);
         if (column.firstRun < 0) {
             continue;
         }
-        if (column.firstRun != run) {
-            finish();
-        }
+        const bool isConnected = before >= 0 && column.firstRun == curve.columns.at(before).lastRun;
+        // Two points per column say all that can be seen; which one comes first follows the curve.
+        const bool isFalling = column.first > column.last;
         const double x = myPlotRect.left() + static_cast<double>(i);
-        for (const double value : {column.first, column.lowest, column.highest, column.last}) {
-            const QPointF point(x, verticalPixel(curve, value));
-            if (polygon.isEmpty() || polygon.last() != point) {
-                polygon.append(point);
-            }
+        const QPointF first(x, verticalPixel(curve, isFalling ? column.highest : column.lowest));
+        const QPointF last(x, verticalPixel(curve, isFalling ? column.lowest : column.highest));
+        if (isConnected) {
+            lines.append(QLineF(end, first));
         }
-        run = column.lastRun;
+        if (first != last) {
+            lines.append(QLineF(first, last));
+        } else if (!isConnected) {
+            lines.append(QLineF(first - QPointF(0.5, 0.0), last)); // a lonely point is seen, too
+        }
+        if (isFilled) {
+            fillColumns(painter, curve, isConnected ? before : i, i, areaColor);
+        }
+        before = i;
+        end = last;
     }
-    finish();
+    painter.setPen(QPen(color, curveWidth, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLines(lines);
+}
+
+void LvTrackProfilePlot::fillColumns(QPainter& painter, const Curve& curve, qsizetype from, qsizetype to,
+                                     const QColor& color) const
+{
+    const double start = verticalPixel(curve, curve.columns.at(from).highest);
+    const double end = verticalPixel(curve, curve.columns.at(to).highest);
+    // Smooth edges would leave seams between neighbours.
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    for (qsizetype i = from == to ? from : from + 1; i <= to; ++i) {
+        const double share =
+            from == to ? 1.0 : static_cast<double>(i - from) / static_cast<double>(to - from);
+        const double top = start + (end - start) * share;
+        painter.fillRect(
+            QRectF(myPlotRect.left() + static_cast<double>(i) - 0.5, top, 1.0, myPlotRect.bottom() - top),
+            color);
+    }
+    painter.setRenderHint(QPainter::Antialiasing);
 }
 
 void LvTrackProfilePlot::drawCursor(QPainter& painter) const

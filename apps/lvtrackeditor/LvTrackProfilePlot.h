@@ -84,6 +84,10 @@ private:
     void gather(Curve& curve, double LvTrackProfilePoint::*value) const;
     void drawAxes(QPainter& painter) const;
     void drawCurve(QPainter& painter, const Curve& curve, const QColor& color, bool isFilled) const;
+    /// Fills the area below the curve behind one column up to another one; below the column itself when they
+    /// are the same.
+    void fillColumns(QPainter& painter, const Curve& curve, qsizetype from, qsizetype to,
+                     const QColor& color) const;
     void drawCursor(QPainter& painter) const;
     void drawMessage(QPainter& painter) const;
     void moveCursor(qsizetype index);

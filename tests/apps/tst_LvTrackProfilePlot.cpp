@@ -94,6 +94,7 @@ private Q_SLOTS:
     void newTrackRemovesTheCursor();
     void tinySizes();
     void paintingCostsTheWidth();
+    void paintingAZigzag();
 };
 
 void tst_LvTrackProfilePlot::golden_data()
@@ -325,6 +326,31 @@ void tst_LvTrackProfilePlot::paintingCostsTheWidth()
     const double few = milliseconds(1'000);
     const double many = milliseconds(50'000);
     QVERIFY2(many < 5.0 * few, qPrintable(QStringLiteral("%1 ms and %2 ms").arg(few).arg(many)));
+}
+
+void tst_LvTrackProfilePlot::paintingAZigzag()
+{
+    // Up and down in every column, the worst that a recording can be. As one path this takes seconds.
+    QList<LvGPXTrackPoint> points;
+    for (int i = 0; i < 8'000; ++i) {
+        points.append({LvGeoPosition(50.0 + i * 1e-5, 8.0 + (i % 7) * 1e-4),
+                       i % 2 == 0 ? 100 : 900 - i % 97,
+                       noon.addSecs(i),
+                       {}});
+    }
+    LvTrackProfilePlot plot;
+    plot.setStatistics(
+        LvTrackStatistics(LvGPXTrack({}, {}, {LvGPXTrackSegment(points)}, LvGPXTrackShapeEnum::linestring)));
+    plot.resize(800, 250);
+    picture(plot); // gathers the columns
+    qint64 shortest = std::numeric_limits<qint64>::max();
+    for (int i = 0; i < 5; ++i) {
+        QElapsedTimer timer;
+        timer.start();
+        picture(plot);
+        shortest = std::min(shortest, timer.elapsed());
+    }
+    QVERIFY2(shortest < 250, qPrintable(QString::number(shortest)));
 }
 
 LV_TEST_MAIN(tst_LvTrackProfilePlot)
