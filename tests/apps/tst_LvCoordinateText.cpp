@@ -2,6 +2,7 @@
 #include "LvGeoPositionSamples.h"
 #include "LvTest.h"
 
+#include <QRandomGenerator>
 #include <QUrlQuery>
 
 namespace
@@ -25,6 +26,7 @@ private Q_SLOTS:
     void readsWhatTheLibraryWrites_data();
     void readsWhatTheLibraryWrites();
     void longText();
+    void anyText();
 };
 
 void tst_LvCoordinateText::parse_data()
@@ -167,6 +169,30 @@ void tst_LvCoordinateText::longText()
     QVERIFY(!LvCoordinateText::parse(QString(1'000'000, u',')).isValid());
     QVERIFY(!LvCoordinateText::parse(QString(3999, u',')).isValid());
     QVERIFY(LvCoordinateText::parse(QString(10'000, u' ') + "53.14 8.8").isValid());
+}
+
+void tst_LvCoordinateText::anyText()
+{
+    const QStringList pieces{"53", "8.8",  "14,5",   "0",      "720",   "°",  "'",     "\"",    "N",
+                             "s",  "Ost",  "W",      "lat",    "lon:",  ",",  ", ",    ";",     " ",
+                             "-",  "+",    "geo:",   "://",    "#map=", "/@", "?lat=", "&lon=", "(",
+                             ")",  "crs=", "\u2212", "\u0661", ".",     "e9", "<br>",  "min",   "\n"};
+    QRandomGenerator random(20240615);
+    int readable = 0;
+    for (int i = 0; i < 30'000; ++i) {
+        QString text;
+        const int count = random.bounded(1, 9);
+        for (int piece = 0; piece < count; ++piece) {
+            text += pieces.at(random.bounded(static_cast<int>(pieces.size())));
+        }
+        const LvGeoPosition position = LvCoordinateText::parse(text);
+        if (position.isValid()) {
+            ++readable;
+            QVERIFY2(position.latitude().isInValidRange() && position.longitude().isInValidRange(),
+                     qPrintable(text));
+        }
+    }
+    QVERIFY(readable > 50); // or the pieces would not be worth trying
 }
 
 LV_TEST_MAIN(tst_LvCoordinateText)
