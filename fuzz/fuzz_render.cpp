@@ -63,6 +63,21 @@ private:
     QString myProjection;
 };
 
+/// The painter leaves out at once what is invisible, and colours are missing in most texts.
+LvGPXTrackSelection withVisibleColors(const LvGPXTrackSelection& selection)
+{
+    LvGPXConfiguredTrackList tracks = selection.tracks();
+    for (LvGPXConfiguredTrack& track : tracks) {
+        if (track.lineColor().alpha() == 0) {
+            track.setLineColor(Qt::red);
+        }
+        if (track.fillColor().alpha() == 0) {
+            track.setFillColor(Qt::green);
+        }
+    }
+    return tracks;
+}
+
 LvGPXTrackSelection readTracks(const QByteArray& bytes)
 {
     QDomDocument document;
@@ -93,7 +108,7 @@ void LvFuzz::run(const QByteArray& input)
                      std::min(largestSide, setup.value(1).toInt()));
     const double factor = setup.value(2).toDouble();
     const auto option = static_cast<TrackRenderOption>(setup.value(4).toInt());
-    LvGPXTrackSelection selection = readTracks(input.mid(end + 1));
+    LvGPXTrackSelection selection = withVisibleColors(readTracks(input.mid(end + 1)));
     selection.setCroppingOpacity(setup.value(5).toInt());
 
     const LvFuzzRenderer renderer(selection, size, factor, QString::fromUtf8(setup.value(3)));
@@ -101,6 +116,7 @@ void LvFuzz::run(const QByteArray& input)
     const QImage picture = renderer.render(option);
     expect(picture.size() == expected, "a picture has the size that was asked for");
     expect(picture.isNull() || picture.format() == QImage::Format_ARGB32, "a picture has colours and alpha");
+    expect(renderer.renderQuickAndDirty(option).size() == expected, "a quick picture has the same size");
     const QImage mask = renderer.renderForeground();
     expect(mask.size() == expected, "a mask has the size that was asked for");
 
