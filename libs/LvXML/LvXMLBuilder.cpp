@@ -65,9 +65,13 @@ QDomElement LvXMLBuilder::buildDomElement(const QDomElement& parent, const QStri
 {
     QDomElement child = buildDomElement(parent, name);
     const QString legal = legalText(text);
-    if (!legal.isEmpty()) {
-        child.appendChild(child.ownerDocument().createTextNode(legal));
+    if (legal.isEmpty()) {
+        return child;
     }
+    QDomDocument document = child.ownerDocument();
+    // Reading drops a text of nothing but white space: it takes that for indentation.
+    const bool isBlank = std::all_of(legal.begin(), legal.end(), [](QChar unit) { return unit.isSpace(); });
+    child.appendChild(isBlank ? document.createCDATASection(legal) : document.createTextNode(legal));
     return child;
 }
 

@@ -29,7 +29,8 @@ public:
     /// Elements are handles: the document changes though the handle is constant.
     static QDomElement buildDomElement(const QDomElement& parent, const QString& name);
 
-    /// The same with a text in the child; an empty text adds no text node.
+    /// The same with a text in the child; an empty text adds no text node, and one of white space only
+    /// becomes a CDATA section, which is read back.
     static QDomElement buildDomElement(const QDomElement& parent, const QString& name, const QString& text);
 
     /// The same with a decimal integer as the text.

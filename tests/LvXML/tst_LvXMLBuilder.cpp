@@ -76,6 +76,8 @@ private Q_SLOTS:
     void savedFileDeclaresItsEncoding();
     void savedFileIsReadable_data();
     void savedFileIsReadable();
+    void blankTextIsReadBack_data();
+    void blankTextIsReadBack();
     void saveReplacesOlderFile();
     void failureKeepsOlderFile_data();
     void failureKeepsOlderFile();
@@ -319,6 +321,27 @@ void tst_LvXMLBuilder::savedFileIsReadable()
     QCOMPARE(read.documentElement().firstChildElement("built").text(), expected);
     QCOMPARE(read.documentElement().firstChildElement("plain").text(), expected);
     QCOMPARE(read.documentElement().attribute("attribute"), expected);
+}
+
+void tst_LvXMLBuilder::blankTextIsReadBack_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::newRow("one blank") << " ";
+    QTest::newRow("several kinds") << " \t\n ";
+    QTest::newRow("no-break space") << QString(QChar(QChar::Nbsp));
+}
+
+void tst_LvXMLBuilder::blankTextIsReadBack()
+{
+    QFETCH(QString, text);
+    const QString path = myDirectory->filePath("track.gpx");
+    QDomDocument document;
+    QDomElement root = LvXMLBuilder::buildRootElement(document, "gpx");
+    QVERIFY(LvXMLBuilder::buildDomElement(root, "name", text).firstChild().isText());
+    QVERIFY(LvXMLBuilder::saveUTF8(document, QFileInfo(path)));
+    QDomDocument read;
+    QVERIFY(read.setContent(contentOf(path)));
+    QCOMPARE(read.documentElement().firstChildElement("name").text(), text);
 }
 
 void tst_LvXMLBuilder::saveReplacesOlderFile()
