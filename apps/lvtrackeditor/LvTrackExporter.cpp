@@ -30,7 +30,9 @@ QString LvTrackExporter::save(const LvGPXConfiguredTrackList& tracks, const QStr
         return tr("Es gibt keine Spur mit Punkten.");
     }
     QSaveFile file(fileName);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit()) {
+    // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
+        || !file.commit()) {
         return tr("Die Datei „%1“ konnte nicht geschrieben werden: %2")
             .arg(QDir::toNativeSeparators(fileName), file.errorString());
     }
