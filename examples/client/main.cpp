@@ -1,6 +1,6 @@
-#include <LvGPXTrackFile.h>
-
 #include <QTextStream>
+
+#include <LvGPXTrackFile.h>
 
 int main(int argc, char* argv[])
 {

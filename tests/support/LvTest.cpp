@@ -8,7 +8,8 @@
 
 #include <cstdlib>
 
-namespace {
+namespace
+{
 
 constexpr int channelTolerance = 6;
 constexpr double outlierShare = 0.001;

@@ -5,7 +5,8 @@
 #include <QTest>
 
 /// What all tests share: an isolated environment, the folders of test files, and golden pictures.
-namespace LvTest {
+namespace LvTest
+{
 
 /// Gives the process a settings store and a home of its own, UTC and a fixed font. Call it before the
 /// application object exists.
@@ -20,13 +21,13 @@ QString dataFile(const QString& name);
 /// A file of the folder with samples that the repository ships.
 QString sampleFile(const QString& name);
 
-/// The folder with real track files from elsewhere, which may stand beside the repository; an empty text where
-/// it is missing.
+/// The folder with real track files from elsewhere, which may stand beside the repository; an empty text
+/// where it is missing.
 QString corpusDirectory();
 
-/// Whether the picture equals tests/golden/<name>.png: up to 6 of 255 per channel everywhere, and more than that
-/// on at most 0.1 % of the pixels. Writes the actual picture and the difference below the build folder on failure.
-/// With LV_UPDATE_GOLDEN=1 in the environment the golden picture is written anew.
+/// Whether the picture equals tests/golden/<name>.png: up to 6 of 255 per channel everywhere, and more than
+/// that on at most 0.1 % of the pixels. Writes the actual picture and the difference below the build folder
+/// on failure. With LV_UPDATE_GOLDEN=1 in the environment the golden picture is written anew.
 bool matchesGolden(const QImage& image, const QString& name);
 
 /// Runs the tests of one object inside an isolated QApplication.
