@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -53,10 +54,18 @@ bool hasVisiblePixel(const QImage& image, const QRect& rect)
 
 } // namespace
 
-LvMapPicture::LvMapPicture(const LvGPXTrackSelection& selection, const LvMapView& view, LvMapSource* source,
+/// Where scale bar and attribution stand, and how large they are drawn.
+struct LvMapPicture::Legend {
+    double scaleFactor;
+    QRectF scaleBox; // empty when there is no scale bar
+    double attributionFactor;
+    QRectF attributionBox; // empty when there is no attribution
+};
+
+LvMapPicture::LvMapPicture(LvGPXTrackSelection selection, LvMapView view, LvMapSource* source,
                            double paintFactor)
-    : mySelection(selection)
-    , myView(view)
+    : mySelection(std::move(selection))
+    , myView(std::move(view))
     , mySource(source)
     , myAttribution(source != nullptr ? source->attribution() : QString())
     , myPaintFactor(paintFactor)

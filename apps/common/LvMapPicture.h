@@ -25,8 +25,7 @@ class LvMapPicture
 public:
     /// @param source the map below the tracks, or null for none; it must outlive the picture
     /// @param paintFactor multiplier of all line, marker and text sizes, above 0
-    LvMapPicture(const LvGPXTrackSelection& selection, const LvMapView& view, LvMapSource* source,
-                 double paintFactor);
+    LvMapPicture(LvGPXTrackSelection selection, LvMapView view, LvMapSource* source, double paintFactor);
 
     [[nodiscard]] const LvGPXTrackSelection& selection() const { return mySelection; }
 
@@ -66,13 +65,7 @@ public:
     [[nodiscard]] QString save(const QString& fileName) const;
 
 private:
-    /// Where scale bar and attribution stand, and how large they are drawn.
-    struct Legend {
-        double scaleFactor;
-        QRectF scaleBox; // empty when there is no scale bar
-        double attributionFactor;
-        QRectF attributionBox; // empty when there is no attribution
-    };
+    struct Legend;
 
     /// Sets the text of the attribution for the whole process as well: it is measured.
     [[nodiscard]] Legend legend() const;

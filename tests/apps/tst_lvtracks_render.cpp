@@ -5,6 +5,8 @@
 
 #include <QImageReader>
 #include <QPainter>
+#include <QSqlDatabase>
+#include <QSqlQuery>
 #include <QSvgRenderer>
 #include <QTemporaryDir>
 
@@ -33,6 +35,27 @@ qint64 countOf(const QImage& image, const QColor& color, int tolerance = 3)
         }
     }
     return count;
+}
+
+/// An MBTiles file with the one tile of zoom level 0.
+bool writeMBTiles(const QString& fileName, const QByteArray& tile)
+{
+    const QString connection = QStringLiteral("tst_lvtracks_render");
+    bool isFine = true;
+    {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
+        database.setDatabaseName(fileName);
+        isFine = database.open();
+        QSqlQuery query(database);
+        isFine = query.exec(QStringLiteral("CREATE TABLE tiles (zoom_level integer, tile_column integer, "
+                                           "tile_row integer, tile_data blob)"))
+            && isFine;
+        query.prepare(QStringLiteral("INSERT INTO tiles VALUES (0, 0, 0, ?)"));
+        query.addBindValue(tile);
+        isFine = query.exec() && isFine;
+    }
+    QSqlDatabase::removeDatabase(connection);
+    return isFine;
 }
 
 } // namespace
@@ -531,6 +554,7 @@ void tst_lvtracks_render::map_data()
     QTest::newRow("builtin") << QStringList{"--map", "builtin"} << QColor(247, 245, 240);
     QTest::newRow("none") << QStringList{"--map", "none"} << QColor(Qt::transparent);
     QTest::newRow("tiles") << QStringList{"--map", "tiles"} << QColor(Qt::darkGreen);
+    QTest::newRow("MBTiles") << QStringList{"--map", "my map.mbtiles"} << QColor(Qt::darkMagenta);
 }
 
 void tst_lvtracks_render::map()
@@ -538,6 +562,7 @@ void tst_lvtracks_render::map()
     QFETCH(QStringList, options);
     QFETCH(QColor, expected);
     QVERIFY(LvTestFiles::write(path(QStringLiteral("tiles/0/0/0.png")), LvTestTiles::tile(Qt::darkGreen)));
+    QVERIFY(writeMBTiles(path(QStringLiteral("my map.mbtiles")), LvTestTiles::tile(Qt::darkMagenta)));
     const QImage image = picture(QStringList{"line.gpx", "--size", "200x200"} + options);
     QCOMPARE(image.pixelColor(3, 3), expected);
 }
