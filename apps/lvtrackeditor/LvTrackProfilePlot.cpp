@@ -319,7 +319,7 @@ void LvTrackProfilePlot::drawAxes(QPainter& painter) const
         }
         const double x = isLeft ? 0.0 : myPlotRect.right() + gap;
         const double width = isLeft ? myPlotRect.left() - gap : this->width() - x;
-        const Qt::Alignment alignment = Qt::AlignVCenter | (isLeft ? Qt::AlignRight : Qt::AlignLeft);
+        const int alignment = isLeft ? Qt::AlignVCenter | Qt::AlignRight : Qt::AlignVCenter | Qt::AlignLeft;
         for (const double value : curve.ticks.values()) {
             const double y = verticalPixel(curve, value);
             painter.setPen(color);
