@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <utility>
+
 /**
  * One typed setting: a key, the present value and the default.
  *
@@ -19,10 +21,10 @@ public:
     {
     }
 
-    LvConfigItem(const QString& key, const T& value, const T& defaultValue)
-        : myKey(key)
-        , myValue(value)
-        , myDefaultValue(defaultValue)
+    LvConfigItem(QString key, T value, T defaultValue)
+        : myKey(std::move(key))
+        , myValue(std::move(value))
+        , myDefaultValue(std::move(defaultValue))
     {
     }
 

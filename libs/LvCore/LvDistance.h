@@ -90,6 +90,7 @@ public:
     }
 
     friend constexpr bool operator==(const LvDistance& left, const LvDistance& right) = default;
+    // NOLINTNEXTLINE(modernize-use-nullptr) finds the 0 in what the compiler makes of it
     friend constexpr std::partial_ordering operator<=>(const LvDistance& left,
                                                        const LvDistance& right) = default;
 

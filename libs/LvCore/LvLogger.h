@@ -14,6 +14,9 @@
  */
 class LVCORE_EXPORT LvLogger : public LvSingleton<LvLogger>
 {
+    Q_DISABLE_COPY_MOVE(LvLogger)
+    friend class LvSingleton<LvLogger>;
+
 public:
     /// Appends all further lines to this file, each behind its time (ISO 8601, UTC) and a blank. An empty
     /// path ends that. Returns false, and leaves the file as it was, when the new one cannot be written.
@@ -26,8 +29,6 @@ public:
     void logOSM(const QString& text);
 
 private:
-    friend class LvSingleton<LvLogger>;
-
     LvLogger();
     ~LvLogger();
 

@@ -23,6 +23,9 @@
  */
 class LVCORE_EXPORT LvUniqueFilenameMaker : public LvSingleton<LvUniqueFilenameMaker>
 {
+    Q_DISABLE_COPY_MOVE(LvUniqueFilenameMaker)
+    friend class LvSingleton<LvUniqueFilenameMaker>;
+
 public:
     /// A file that does not exist yet, named after the wanted one. It lies in the wanted directory where that
     /// is an allowed one, otherwise in the first of the allowed ones by path; without any allowed directory
@@ -31,8 +34,6 @@ public:
     QFileInfo makeUniqueFileNameInSafeContainer(const QFileInfo& wanted, const QSet<QDir>& allowedDirs);
 
 private:
-    friend class LvSingleton<LvUniqueFilenameMaker>;
-
     LvUniqueFilenameMaker();
     ~LvUniqueFilenameMaker();
 

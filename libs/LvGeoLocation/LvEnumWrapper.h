@@ -89,7 +89,7 @@ public:
 
     /// The key strings of the enumeration: one table per enumeration for the whole process, made by the first
     /// call and never freed. Safe to call from any thread. Must not be called from fillTable().
-    const LvEnumToStringTable<E>* enumToStringTable() const
+    [[nodiscard]] const LvEnumToStringTable<E>* enumToStringTable() const
     {
         static std::atomic<const LvEnumToStringTable<E>*> myTable = nullptr;
         static QMutex

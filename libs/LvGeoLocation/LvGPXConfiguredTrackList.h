@@ -25,8 +25,8 @@ public:
         QList<LvGPXConfiguredTrack>::const_iterator;
 
     LvGPXConfiguredTrackList();
-    LvGPXConfiguredTrackList(
-        const LvGPXConfiguredTrack& track); // NOLINT(google-explicit-constructor) list of one
+    // NOLINTNEXTLINE(google-explicit-constructor) list of one
+    LvGPXConfiguredTrackList(const LvGPXConfiguredTrack& track);
     LvGPXConfiguredTrackList( // NOLINT(google-explicit-constructor) nothing is lost or added
         const QList<LvGPXConfiguredTrack>& tracks);
     LvGPXConfiguredTrackList(std::initializer_list<LvGPXConfiguredTrack> tracks);

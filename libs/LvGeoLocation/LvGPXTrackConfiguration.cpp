@@ -78,7 +78,7 @@ LvDistance readHaloWidth(const QDomElement& element, const LvDistance& lineWidth
 {
     const QDomElement size = element.firstChildElement(halosizeTag);
     if (!size.isNull()) {
-        return LvDistance(size.text().toDouble());
+        return {size.text().toDouble()};
     }
     // Files from before there were halos get a visible one; this is intended.
     const bool isArea =
@@ -119,6 +119,7 @@ LvGPXTrackConfiguration::LvGPXTrackConfiguration()
 {
 }
 
+// NOLINTBEGIN(modernize-pass-by-value) each is a few numbers: there is nothing to move
 LvGPXTrackConfiguration::LvGPXTrackConfiguration(const QColor& lineColor, const LvDistance& lineWidth,
                                                  const QColor& fillColor, const LvDistance& haloWidth,
                                                  const LvGPXTrackDisplayOptions& displayOptions,
@@ -138,6 +139,8 @@ LvGPXTrackConfiguration::LvGPXTrackConfiguration(const QColor& lineColor, const 
     , mySmoothingSteps(smoothingSteps)
 {
 }
+
+// NOLINTEND(modernize-pass-by-value)
 
 LvGPXTrackConfiguration::LvGPXTrackConfiguration(const LvGPXTrackConfiguration& other) = default;
 LvGPXTrackConfiguration::LvGPXTrackConfiguration(LvGPXTrackConfiguration&& other) noexcept = default;

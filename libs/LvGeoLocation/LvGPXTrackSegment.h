@@ -20,10 +20,10 @@ class LVGEOLOCATION_EXPORT LvGPXTrackSegment : public LvGPXTrackElement
 {
 public:
     LvGPXTrackSegment();
-    LvGPXTrackSegment(
-        const QList<LvGPXTrackPoint>& points); // NOLINT(google-explicit-constructor) it is that list
-    LvGPXTrackSegment(
-        const LvGPXTrackPoint& point); // NOLINT(google-explicit-constructor) a list of this one point
+    // NOLINTNEXTLINE(google-explicit-constructor) it is that list
+    LvGPXTrackSegment(const QList<LvGPXTrackPoint>& points);
+    // NOLINTNEXTLINE(google-explicit-constructor) a list of this one point
+    LvGPXTrackSegment(const LvGPXTrackPoint& point);
 
     /// Reads the children "trkpt", "compressedPoints" and "extensions", mixed as they come, and skips all
     /// others. The name of the element itself is not looked at: "trkseg" and "rtept" are read alike.

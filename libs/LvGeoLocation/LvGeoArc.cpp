@@ -69,8 +69,9 @@ LvGeoArc LvGeoArc::fromRadians(double radians)
 
 LvGeoArc LvGeoArc::fromVariant(const QVariant& variant)
 {
-    if (variant.isNull())
+    if (variant.isNull()) {
         return {invalidDegrees};
+    }
     return {variant.toReal()};
 }
 
@@ -80,8 +81,9 @@ LvGeoArc LvGeoArc::fromString(const QString& text)
     numbers.remove(QStringLiteral("°")).remove(QLatin1Char('\'')).remove(QLatin1Char('"'));
     blanksAndHemisphereLetters().removeFrom(numbers);
     const QStringList parts = numbers.split(QLatin1Char(','), Qt::SkipEmptyParts);
-    if (parts.size() < 3)
+    if (parts.size() < 3) {
         return {invalidDegrees};
+    }
 
     double degree = parts.at(0).toInt();
     double minute = parts.at(1).toInt();

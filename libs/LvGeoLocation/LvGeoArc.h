@@ -32,8 +32,8 @@ public:
     /// Two angles closer than this are equal.
     static constexpr double equalityToleranceDegrees = 1e-6;
 
-    LvGeoArc(
-        double degrees = invalidDegrees) noexcept // NOLINT(google-explicit-constructor) an angle is a number
+    // NOLINTNEXTLINE(google-explicit-constructor) an angle is a number
+    LvGeoArc(double degrees = invalidDegrees) noexcept
         : myDegrees(degrees)
     {
     }

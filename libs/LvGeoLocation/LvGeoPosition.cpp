@@ -94,24 +94,28 @@ LvGeoPosition LvGeoPosition::parse(const QString& text)
 {
     static const QRegularExpression myWhiteSpace(QStringLiteral("\\s+"));
     const QStringList parts = text.trimmed().split(myWhiteSpace);
-    if (parts.size() != 2)
+    if (parts.size() != 2) {
         return {};
+    }
     const LvLatitude latitude = LvLatitude::parse(parts.at(0));
     const LvLongitude longitude = LvLongitude::parse(parts.at(1));
-    if (!latitude.isValid() || !longitude.isValid())
+    if (!latitude.isValid() || !longitude.isValid()) {
         return {};
+    }
     return {latitude, longitude};
 }
 
 LvGeoPosition LvGeoPosition::fromString(const QString& text)
 {
     const QStringList parts = text.split(QLatin1Char(';'));
-    if (parts.size() < 2)
+    if (parts.size() < 2) {
         return {};
+    }
     const LvLatitude latitude = LvLatitude::fromString(parts.at(0).trimmed());
     const LvLongitude longitude = LvLongitude::fromString(parts.at(1).trimmed());
-    if (!latitude.isValid() || !longitude.isValid())
+    if (!latitude.isValid() || !longitude.isValid()) {
         return {};
+    }
     return {latitude, longitude};
 }
 
@@ -122,8 +126,9 @@ LvGeoPosition LvGeoPosition::fromXml(const QDomElement& element, const QString& 
 
 LvLatitude LvGeoPosition::latitudeDeviation(double kilometres)
 {
-    if (kilometres == 0.0)
+    if (kilometres == 0.0) {
         return {0.0};
+    }
     return {kilometres / nauticalMileKm / minutesPerDegree};
 }
 
@@ -205,14 +210,16 @@ LvLongitude LvGeoPosition::longitude() const
 void LvGeoPosition::setLatitude(const LvLatitude& latitude)
 {
     // By the raw values: a change below the tolerance of == is one.
-    if (std::as_const(myImpl)->myLatitude.decimalDegrees() != latitude.decimalDegrees())
+    if (std::as_const(myImpl)->myLatitude.decimalDegrees() != latitude.decimalDegrees()) {
         myImpl->myLatitude = latitude;
+    }
 }
 
 void LvGeoPosition::setLongitude(const LvLongitude& longitude)
 {
-    if (std::as_const(myImpl)->myLongitude.decimalDegrees() != longitude.decimalDegrees())
+    if (std::as_const(myImpl)->myLongitude.decimalDegrees() != longitude.decimalDegrees()) {
         myImpl->myLongitude = longitude;
+    }
 }
 
 void LvGeoPosition::catchLatitude()
@@ -227,8 +234,9 @@ LvGeoPosition LvGeoPosition::normalized() const
 
 LvLongitude LvGeoPosition::longitudeDeviation(double kilometres) const
 {
-    if (kilometres == 0.0)
+    if (kilometres == 0.0) {
         return {0.0};
+    }
     return {kilometres / (std::cos(myImpl->myLatitude.decimalDegrees() * shortPi / 180.0) * equatorDegreeKm)};
 }
 
@@ -246,8 +254,9 @@ double LvGeoPosition::distance(const LvGeoPosition& other) const
 {
     const LvGeoPositionImpl& from = *myImpl;
     const LvGeoPositionImpl& to = *other.myImpl;
-    if (!isSet(from) || !isSet(to))
+    if (!isSet(from) || !isSet(to)) {
         return unknownDistanceKm;
+    }
     const double latitudeStep = from.myLatitude.absDistance(to.myLatitude).radians();
     const double longitudeStep = from.myLongitude.absDistance(to.myLongitude).radians();
     const double a = square(std::sin(latitudeStep * 0.5))
@@ -282,8 +291,9 @@ void LvGeoPosition::writeTo(QUrlQuery& query) const
 
 void LvGeoPosition::writeToXml(QDomElement element) const
 {
-    if (!isValid())
+    if (!isValid()) {
         return;
+    }
     element.setAttribute(latitudeKey, myImpl->myLatitude.decimalDegrees());
     element.setAttribute(longitudeKey, myImpl->myLongitude.decimalDegrees());
 }
@@ -310,22 +320,25 @@ LvGeoPosition LvGeoPosition::operator/(double divisor) const
 
 bool LvGeoPosition::operator==(const LvGeoPosition& other) const
 {
-    if (myImpl == other.myImpl)
+    if (myImpl == other.myImpl) {
         return true;
+    }
     return myImpl->myLatitude == other.myImpl->myLatitude && myImpl->myLongitude == other.myImpl->myLongitude;
 }
 
 bool LvGeoPosition::operator<(const LvGeoPosition& other) const
 {
-    if (myImpl->myLatitude == other.myImpl->myLatitude)
+    if (myImpl->myLatitude == other.myImpl->myLatitude) {
         return myImpl->myLongitude < other.myImpl->myLongitude;
+    }
     return myImpl->myLatitude < other.myImpl->myLatitude;
 }
 
 bool LvGeoPosition::operator>(const LvGeoPosition& other) const
 {
-    if (myImpl->myLatitude == other.myImpl->myLatitude)
+    if (myImpl->myLatitude == other.myImpl->myLatitude) {
         return myImpl->myLongitude > other.myImpl->myLongitude;
+    }
     return myImpl->myLatitude > other.myImpl->myLatitude;
 }
 

@@ -45,8 +45,9 @@ LvGeoPosition LvGeoPositionList::average() const
 LvGeoPositionRect LvGeoPositionList::boundingBox() const
 {
     LvGeoPositionRect box;
-    for (const LvGeoPosition& position : *this)
+    for (const LvGeoPosition& position : *this) {
         box.expandTo(position);
+    }
     return box;
 }
 
@@ -59,8 +60,9 @@ LvLatitudeList LvGeoPositionList::latitudes() const
 {
     LvLatitudeList result;
     result.reserve(size());
-    for (const LvGeoPosition& position : *this)
+    for (const LvGeoPosition& position : *this) {
         result.append(position.latitude());
+    }
     return result;
 }
 
@@ -68,35 +70,40 @@ LvLongitudeList LvGeoPositionList::longitudes() const
 {
     LvLongitudeList result;
     result.reserve(size());
-    for (const LvGeoPosition& position : *this)
+    for (const LvGeoPosition& position : *this) {
         result.append(position.longitude());
+    }
     return result;
 }
 
 QPainterPath LvGeoPositionList::toPainterPath() const
 {
     QPainterPath path;
-    if (isEmpty())
+    if (isEmpty()) {
         return path;
+    }
     path.reserve(static_cast<int>(size()));
     path.moveTo(first().toPointF());
-    for (qsizetype i = 1; i < size(); ++i)
+    for (qsizetype i = 1; i < size(); ++i) {
         path.lineTo(at(i).toPointF());
+    }
     return path;
 }
 
 LvGeoPositionList LvGeoPositionList::filterStrayPositions(double factor, bool inverted,
                                                           int minimumCount) const
 {
-    if (size() < minimumCount)
+    if (size() < minimumCount) {
         return *this;
+    }
     const LvGeoPosition mean = average();
     const LvGeoPosition middle = center();
     LvGeoPositionList result;
     for (const LvGeoPosition& position : *this) {
         const bool isNear = position.distance(mean) <= position.distance(middle) * factor;
-        if (isNear != inverted)
+        if (isNear != inverted) {
             result.append(position);
+        }
     }
     return result;
 }

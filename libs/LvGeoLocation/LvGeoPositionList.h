@@ -21,10 +21,10 @@ class LVGEOLOCATION_EXPORT LvGeoPositionList : public QList<LvGeoPosition>
 public:
     LvGeoPositionList();
     LvGeoPositionList(std::initializer_list<LvGeoPosition> elements);
-    LvGeoPositionList(
-        const QList<LvGeoPosition>& elements); // NOLINT(google-explicit-constructor) the same elements
-    LvGeoPositionList(
-        QList<LvGeoPosition>&& elements) noexcept; // NOLINT(google-explicit-constructor) the same elements
+    // NOLINTNEXTLINE(google-explicit-constructor) the same elements
+    LvGeoPositionList(const QList<LvGeoPosition>& elements);
+    // NOLINTNEXTLINE(google-explicit-constructor) the same elements
+    LvGeoPositionList(QList<LvGeoPosition>&& elements) noexcept;
     LvGeoPositionList(const LvGeoPositionList& other);
     LvGeoPositionList(LvGeoPositionList&& other) noexcept;
     LvGeoPositionList& operator=(const LvGeoPositionList& other);

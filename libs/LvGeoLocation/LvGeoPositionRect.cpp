@@ -114,16 +114,18 @@ double LvGeoPositionRect::estimatedSize() const
 
 void LvGeoPositionRect::expandTo(const LvGeoPosition& position)
 {
-    if (!position.isValid())
+    if (!position.isValid()) {
         return;
+    }
     myLatitudeRange.expandTo(position.latitude());
     myLongitudeRange.expandTo(position.longitude());
 }
 
 void LvGeoPositionRect::expandTo(const LvGeoPositionRect& other)
 {
-    if (!other.isValid())
+    if (!other.isValid()) {
         return;
+    }
     // A copy: the other area may be this one. East before west, because a crossing range decides step by
     // step.
     const LvGeoPositionRect bounds = other;
@@ -153,11 +155,13 @@ LvGeoPositionRect LvGeoPositionRect::toReasonableSize() const
 
 LvGeoPositionRect LvGeoPositionRect::withPadding(double percent) const
 {
-    if (!isValid() || percent == 0.0)
+    if (!isValid() || percent == 0.0) {
         return *this;
+    }
     const LvGeoArc extension = maxExtension();
-    if (extension == LvGeoArc(0.0))
+    if (extension == LvGeoArc(0.0)) {
         return blownUp(pointMarginDegrees);
+    }
     return blownUp(extension.decimalDegrees() * percent / wholePercent);
 }
 

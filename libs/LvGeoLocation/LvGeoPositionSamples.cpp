@@ -34,8 +34,9 @@ constexpr std::array samples{
 LvGeoPositionSamples::LvGeoPositionSamples()
 {
     myPositions.reserve(static_cast<qsizetype>(samples.size()));
-    for (const Sample& sample : samples)
+    for (const Sample& sample : samples) {
         myPositions.insert(sample.value, LvGeoPosition(sample.latitude, sample.longitude));
+    }
 }
 
 LvGeoPositionSamples::LvGeoPositionSamples(const LvGeoPositionSamples& other) = default;
@@ -51,8 +52,9 @@ LvGeoPositionSamples::~LvGeoPositionSamples() = default;
 QString LvGeoPositionSamples::name(LvGeoPositionSamplesEnum sample)
 {
     for (const Sample& candidate : samples) {
-        if (candidate.value == sample)
+        if (candidate.value == sample) {
             return QString::fromLatin1(candidate.name);
+        }
     }
     return {};
 }

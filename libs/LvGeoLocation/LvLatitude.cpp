@@ -16,8 +16,9 @@ constexpr int machineDigits = 8;
 
 QString LvLatitude::directionIndicator() const
 {
-    if (isInSouthernHemisphere())
+    if (isInSouthernHemisphere()) {
         return QCoreApplication::translate("LvLatitude", "S", "short for 'south'");
+    }
     return QCoreApplication::translate("LvLatitude", "N", "short for 'north'");
 }
 
@@ -48,28 +49,34 @@ bool LvLatitude::isInValidRange() const
 
 LvLatitude LvLatitude::bounded() const
 {
-    if (*this < LvLatitude(-poleDegrees))
+    if (*this < LvLatitude(-poleDegrees)) {
         return {-poleDegrees};
-    if (*this > LvLatitude(poleDegrees))
+    }
+    if (*this > LvLatitude(poleDegrees)) {
         return {poleDegrees};
+    }
     return *this;
 }
 
 LvLatitude LvLatitude::catchOutOfBound() const
 {
-    if (*this <= LvLatitude(-poleDegrees))
+    if (*this <= LvLatitude(-poleDegrees)) {
         return {-poleDegrees + poleGuardDegrees};
-    if (*this >= LvLatitude(poleDegrees))
+    }
+    if (*this >= LvLatitude(poleDegrees)) {
         return {poleDegrees - poleGuardDegrees};
+    }
     return *this;
 }
 
 QString LvLatitude::toString(bool humanReadable) const
 {
-    if (!isValid())
+    if (!isValid()) {
         return {};
-    if (!humanReadable)
+    }
+    if (!humanReadable) {
         return directionIndicator() + QString::number(std::abs(decimalDegrees()), 'f', machineDigits);
+    }
     // The disambiguation is the key of existing translations; its wording and its double blanks must not
     // change.
     const QString text = isInSouthernHemisphere()

@@ -11,8 +11,8 @@
 class LVGEOLOCATION_EXPORT LvLatitude : public LvGeoArc
 {
 public:
-    LvLatitude(
-        double degrees = invalidDegrees) noexcept // NOLINT(google-explicit-constructor) an angle is a number
+    // NOLINTNEXTLINE(google-explicit-constructor) an angle is a number
+    LvLatitude(double degrees = invalidDegrees) noexcept
         : LvGeoArc(degrees)
     {
     }

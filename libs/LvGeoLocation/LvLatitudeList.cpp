@@ -33,8 +33,9 @@ LvLatitudeList::~LvLatitudeList() = default;
 LvLatitude LvLatitudeList::average() const
 {
     LvLatitude sum = 0.0;
-    for (const LvLatitude& latitude : *this)
+    for (const LvLatitude& latitude : *this) {
         sum += latitude;
+    }
     return sum / static_cast<double>(size());
 }
 

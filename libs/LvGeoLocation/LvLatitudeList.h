@@ -18,10 +18,10 @@ class LVGEOLOCATION_EXPORT LvLatitudeList : public QList<LvLatitude>
 public:
     LvLatitudeList();
     LvLatitudeList(std::initializer_list<LvLatitude> elements);
-    LvLatitudeList(
-        const QList<LvLatitude>& elements); // NOLINT(google-explicit-constructor) the same elements
-    LvLatitudeList(
-        QList<LvLatitude>&& elements) noexcept; // NOLINT(google-explicit-constructor) the same elements
+    // NOLINTNEXTLINE(google-explicit-constructor) the same elements
+    LvLatitudeList(const QList<LvLatitude>& elements);
+    // NOLINTNEXTLINE(google-explicit-constructor) the same elements
+    LvLatitudeList(QList<LvLatitude>&& elements) noexcept;
     LvLatitudeList(const LvLatitudeList& other);
     LvLatitudeList(LvLatitudeList&& other) noexcept;
     LvLatitudeList& operator=(const LvLatitudeList& other);

@@ -29,8 +29,9 @@ LvLatitudeRange::~LvLatitudeRange() = default;
 
 LvLatitudeRange LvLatitudeRange::spawn(const LvLatitude& a, const LvLatitude& b)
 {
-    if (a > b)
+    if (a > b) {
         return {b, a};
+    }
     return {a, b};
 }
 

@@ -25,8 +25,8 @@ public:
     LvLatitudeRange();
     /// Takes the bounds as they are, in whatever order.
     LvLatitudeRange(const LvLatitude& south, const LvLatitude& north);
-    LvLatitudeRange(
-        const LvRange<LvLatitude>& range); // NOLINT(google-explicit-constructor) the same two bounds
+    // NOLINTNEXTLINE(google-explicit-constructor) the same two bounds
+    LvLatitudeRange(const LvRange<LvLatitude>& range);
     LvLatitudeRange(const LvLatitudeRange& other);
     LvLatitudeRange(LvLatitudeRange&& other) noexcept;
     LvLatitudeRange& operator=(const LvLatitudeRange& other);

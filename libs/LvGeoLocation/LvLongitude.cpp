@@ -14,8 +14,9 @@ constexpr int machineDigits = 8;
 
 bool isShortWay(double degrees)
 {
-    if (degrees < 0.0)
+    if (degrees < 0.0) {
         degrees += fullTurnDegrees;
+    }
     return 0.0 < degrees && degrees < halfTurnDegrees;
 }
 
@@ -23,8 +24,9 @@ bool isShortWay(double degrees)
 
 QString LvLongitude::directionIndicator() const
 {
-    if (isInWesternHemisphere())
+    if (isInWesternHemisphere()) {
         return QCoreApplication::translate("LvLongitude", "W", "short for 'west'");
+    }
     return QCoreApplication::translate("LvLongitude", "E", "short for 'east'");
 }
 
@@ -70,10 +72,12 @@ bool LvLongitude::isInValidRange() const
 
 LvLongitude LvLongitude::bounded() const
 {
-    if (*this < LvLongitude(-halfTurnDegrees))
+    if (*this < LvLongitude(-halfTurnDegrees)) {
         return {-halfTurnDegrees};
-    if (*this > LvLongitude(halfTurnDegrees))
+    }
+    if (*this > LvLongitude(halfTurnDegrees)) {
         return {halfTurnDegrees};
+    }
     return *this;
 }
 
@@ -84,10 +88,12 @@ LvLongitude LvLongitude::normalized() const
 
 QString LvLongitude::toString(bool humanReadable) const
 {
-    if (!isValid())
+    if (!isValid()) {
         return {};
-    if (!humanReadable)
+    }
+    if (!humanReadable) {
         return directionIndicator() + QString::number(std::abs(decimalDegrees()), 'f', machineDigits);
+    }
     // The disambiguation is the key of existing translations; its spelling and its three blanks must not
     // change.
     const QString text = isInWesternHemisphere()

@@ -13,8 +13,8 @@
 class LVGEOLOCATION_EXPORT LvLongitude : public LvGeoArc
 {
 public:
-    LvLongitude(
-        double degrees = invalidDegrees) noexcept // NOLINT(google-explicit-constructor) an angle is a number
+    // NOLINTNEXTLINE(google-explicit-constructor) an angle is a number
+    LvLongitude(double degrees = invalidDegrees) noexcept
         : LvGeoArc(degrees)
     {
     }

@@ -40,8 +40,9 @@ LvLongitudeList::~LvLongitudeList() = default;
 LvLongitude LvLongitudeList::average() const
 {
     LvLongitude sum = 0.0;
-    for (const LvLongitude& longitude : *this)
+    for (const LvLongitude& longitude : *this) {
         sum += longitude;
+    }
     return sum / static_cast<double>(size());
 }
 
@@ -49,8 +50,9 @@ LvLongitudeList LvLongitudeList::onlyWesternHemisphere() const
 {
     LvLongitudeList result;
     for (const LvLongitude& longitude : *this) {
-        if (longitude.isInWesternHemisphere())
+        if (longitude.isInWesternHemisphere()) {
             result.append(longitude);
+        }
     }
     return result;
 }
@@ -59,8 +61,9 @@ LvLongitudeList LvLongitudeList::onlyEasternHemisphere() const
 {
     LvLongitudeList result;
     for (const LvLongitude& longitude : *this) {
-        if (longitude.isInEasternHemisphere())
+        if (longitude.isInEasternHemisphere()) {
             result.append(longitude);
+        }
     }
     return result;
 }
@@ -86,10 +89,12 @@ LvRange<LvLongitude> LvLongitudeList::effectiveRange() const
 {
     const LvLongitudeList western = onlyWesternHemisphere();
     const LvLongitudeList eastern = onlyEasternHemisphere();
-    if (western.isEmpty() || eastern.isEmpty())
+    if (western.isEmpty() || eastern.isEmpty()) {
         return {westernBound(), easternBound()};
+    }
     // Few degrees apart they lie around 0°, many around 180°.
-    if (eastern.average().absDistance(western.average()) <= LvLongitude(halfTurnDegrees))
+    if (eastern.average().absDistance(western.average()) <= LvLongitude(halfTurnDegrees)) {
         return {westernBound(), easternBound()};
+    }
     return {eastern.westernBound(), western.easternBound()};
 }

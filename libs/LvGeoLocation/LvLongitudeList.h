@@ -18,10 +18,10 @@ class LVGEOLOCATION_EXPORT LvLongitudeList : public QList<LvLongitude>
 public:
     LvLongitudeList();
     LvLongitudeList(std::initializer_list<LvLongitude> elements);
-    LvLongitudeList(
-        const QList<LvLongitude>& elements); // NOLINT(google-explicit-constructor) the same elements
-    LvLongitudeList(
-        QList<LvLongitude>&& elements) noexcept; // NOLINT(google-explicit-constructor) the same elements
+    // NOLINTNEXTLINE(google-explicit-constructor) the same elements
+    LvLongitudeList(const QList<LvLongitude>& elements);
+    // NOLINTNEXTLINE(google-explicit-constructor) the same elements
+    LvLongitudeList(QList<LvLongitude>&& elements) noexcept;
     LvLongitudeList(const LvLongitudeList& other);
     LvLongitudeList(LvLongitudeList&& other) noexcept;
     LvLongitudeList& operator=(const LvLongitudeList& other);

@@ -38,8 +38,9 @@ LvLongitudeRange::~LvLongitudeRange() = default;
 
 LvLongitudeRange LvLongitudeRange::spawn(const LvLongitude& a, const LvLongitude& b)
 {
-    if (a.isWestOf(b))
+    if (a.isWestOf(b)) {
         return {a, b};
+    }
     return {b, a};
 }
 
@@ -59,21 +60,25 @@ void LvLongitudeRange::expandTo(const LvLongitude& longitude)
         LvRange<LvLongitude>::expandTo(longitude);
         return;
     }
-    if (contains(longitude))
+    if (contains(longitude)) {
         return;
-    if (longitude.isInEasternHemisphere())
+    }
+    if (longitude.isInEasternHemisphere()) {
         myMin = longitude;
-    else
+    } else {
         myMax = longitude;
+    }
 }
 
 LvLongitude LvLongitudeRange::center() const
 {
-    if (!crossesDateLine())
+    if (!crossesDateLine()) {
         return LvRange<LvLongitude>::center();
+    }
     const LvLongitude middle = (myMin + (myMax + LvLongitude(fullTurnDegrees))) / 2.0;
-    if (middle > LvLongitude(halfTurnDegrees))
+    if (middle > LvLongitude(halfTurnDegrees)) {
         return middle - LvLongitude(fullTurnDegrees);
+    }
     return middle;
 }
 
@@ -84,8 +89,9 @@ bool LvLongitudeRange::isValid() const
 
 bool LvLongitudeRange::contains(const LvLongitude& longitude) const
 {
-    if (!crossesDateLine())
+    if (!crossesDateLine()) {
         return myMin <= longitude && myMax >= longitude;
+    }
     return longitude < myMax || longitude > myMin || longitude == myMin || longitude == myMax;
 }
 

@@ -26,8 +26,8 @@ public:
     LvLongitudeRange();
     /// Takes the bounds as they are; in the order (170, -170) the range crosses the 180° meridian.
     LvLongitudeRange(const LvLongitude& west, const LvLongitude& east);
-    LvLongitudeRange(
-        const LvRange<LvLongitude>& range); // NOLINT(google-explicit-constructor) the same two bounds
+    // NOLINTNEXTLINE(google-explicit-constructor) the same two bounds
+    LvLongitudeRange(const LvRange<LvLongitude>& range);
     LvLongitudeRange(const LvLongitudeRange& other);
     LvLongitudeRange(LvLongitudeRange&& other) noexcept;
     LvLongitudeRange& operator=(const LvLongitudeRange& other);

@@ -47,8 +47,9 @@ double LvMapProjection::latitudeToNormalized(double latitude)
 {
     // The tangent of a rounded right angle is finite; without this the south pole would lie at about 6.4,
     // while the north pole is infinitely far away.
-    if (latitude == -poleDegrees)
+    if (latitude == -poleDegrees) {
         return std::numeric_limits<double>::infinity();
+    }
     return std::log(std::tan((poleDegrees - latitude) * pi / fullTurnDegrees)) / twoPi + 0.5;
 }
 
@@ -69,8 +70,9 @@ bool LvMapProjection::epsilonEqual(const LvGeoArc& a, const LvGeoArc& b, double 
 
 bool LvMapProjection::epsilonEqual(const LvGeoPosition& a, const LvGeoPosition& b, double epsilon)
 {
-    if (!epsilonEqual(a.longitude(), b.longitude(), epsilon))
+    if (!epsilonEqual(a.longitude(), b.longitude(), epsilon)) {
         return false;
+    }
     return epsilonEqual(a.latitude(), b.latitude(), epsilon);
 }
 
@@ -108,8 +110,9 @@ void LvMapProjection::adjustMapData(const LvGeoPositionRect& box)
     myNorth = box.north().decimalDegrees();
     myWest = box.west().decimalDegrees();
     myEast = box.east().decimalDegrees();
-    if (myWest > myEast)
+    if (myWest > myEast) {
         myEast += fullTurnDegrees;
+    }
     double longitudeSpan = myEast - myWest;
     double normalizedSouth = latitudeToNormalized(mySouth);
     double normalizedNorth = latitudeToNormalized(myNorth);
