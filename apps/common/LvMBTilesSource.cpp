@@ -2,7 +2,6 @@
 
 #include "LvMapText.h"
 
-#include <QCoreApplication>
 #include <QFileInfo>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -22,11 +21,6 @@ QString uniqueConnectionName()
 {
     static std::atomic<int> myCounter = 0;
     return QStringLiteral("LvMBTilesSource-%1").arg(++myCounter);
-}
-
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("LvMBTilesSource", text);
 }
 
 } // namespace
@@ -84,34 +78,34 @@ QString LvMBTilesSource::open(const QString& fileName)
 {
     const QFileInfo info(fileName);
     if (!info.exists()) {
-        return translated("not found");
+        return tr("nicht gefunden");
     }
     if (!info.isFile()) {
-        return translated("not a regular file");
+        return tr("keine gewöhnliche Datei");
     }
     QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), myConnectionName);
     database.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
     database.setDatabaseName(info.absoluteFilePath());
     if (!database.open()) {
-        return translated("cannot be opened: %1").arg(database.lastError().databaseText().simplified());
+        return tr("lässt sich nicht öffnen: %1").arg(database.lastError().databaseText().simplified());
     }
     QSqlQuery query(database);
     if (!query.exec(
             QStringLiteral("SELECT zoom_level, tile_column, tile_row, tile_data FROM tiles LIMIT 1"))) {
-        return translated("not an MBTiles file: %1").arg(query.lastError().databaseText().simplified());
+        return tr("keine MBTiles-Datei: %1").arg(query.lastError().databaseText().simplified());
     }
     if (!query.next()) {
-        return translated("an MBTiles file without tiles");
+        return tr("eine MBTiles-Datei ohne Kacheln");
     }
     const QString format = metadata(QStringLiteral("format")).toLower();
     if (format == QLatin1String("pbf") || format == QLatin1String("mvt")) {
-        return translated("an MBTiles file with vector tiles; only pictures can be drawn");
+        return tr("eine MBTiles-Datei mit Vektorkacheln; nur Bilder lassen sich zeichnen");
     }
     myName = metadata(QStringLiteral("name"));
     myAttribution = LvMapText::plainAttribution(metadata(QStringLiteral("attribution")));
     myMinimumZoom = zoomLimit(QStringLiteral("minzoom"), QStringLiteral("min"));
     myMaximumZoom = zoomLimit(QStringLiteral("maxzoom"), QStringLiteral("max"));
-    return myMaximumZoom < myMinimumZoom ? translated("an MBTiles file with contradictory zoom levels")
+    return myMaximumZoom < myMinimumZoom ? tr("eine MBTiles-Datei mit widersprüchlichen Zoomstufen")
                                          : QString();
 }
 

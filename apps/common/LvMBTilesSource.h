@@ -2,6 +2,8 @@
 
 #include "LvTiledMapSource.h"
 
+#include <QCoreApplication>
+
 /**
  * Map tiles in an MBTiles file: an SQLite database with the tables "metadata" and "tiles", the rows counted
  * from the south. Only raster tiles are drawn.
@@ -11,6 +13,8 @@
  */
 class LvMBTilesSource : public LvTiledMapSource
 {
+    Q_DECLARE_TR_FUNCTIONS(LvMBTilesSource)
+
 public:
     explicit LvMBTilesSource(const QString& fileName);
     ~LvMBTilesSource() override;

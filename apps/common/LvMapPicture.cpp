@@ -34,11 +34,6 @@ constexpr double liftedHeights = 2.5; // lower edge to top of a scale bar that m
 constexpr double shrinkStep = 0.9;
 constexpr double smallestTextFactor = 0.1; // below it the legend has no texts
 
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("LvMapPicture", text);
-}
-
 bool hasVisiblePixel(const QImage& image, const QRect& rect)
 {
     const QRect part = rect.intersected(image.rect());
@@ -158,7 +153,7 @@ QString LvMapPicture::save(const QString& fileName) const
 {
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     if (!supportedSuffixes().contains(suffix)) {
-        return translated("unknown kind of picture");
+        return tr("unbekannte Art von Bild");
     }
     QByteArray bytes;
     if (suffix == QLatin1String("svg")) {
@@ -169,13 +164,13 @@ QString LvMapPicture::save(const QString& fileName) const
         bytes = encodeImage(suffix);
     }
     if (bytes.isEmpty()) {
-        return translated("not enough memory for the picture");
+        return tr("nicht genug Speicher für das Bild");
     }
     QSaveFile file(fileName);
     // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
         || !file.commit()) {
-        return translated("cannot be written: %1").arg(file.errorString());
+        return tr("lässt sich nicht schreiben: %1").arg(file.errorString());
     }
     return {};
 }

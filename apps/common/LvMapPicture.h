@@ -3,6 +3,7 @@
 #include "LvGPXTrackSelection.h"
 #include "LvMapView.h"
 
+#include <QCoreApplication>
 #include <QImage>
 #include <QRectF>
 #include <QString>
@@ -22,6 +23,8 @@ class QPainter;
  */
 class LvMapPicture
 {
+    Q_DECLARE_TR_FUNCTIONS(LvMapPicture)
+
 public:
     /// @param source the map below the tracks, or null for none; it must outlive the picture
     /// @param paintFactor multiplier of all line, marker and text sizes, above 0

@@ -47,7 +47,8 @@ QString LvProgressBar::line(int done, int stepCount)
 {
     const int percent = static_cast<int>(qint64(percentOfAll) * done / stepCount);
     const int filled = static_cast<int>(qint64(barWidth) * done / stepCount);
-    return QStringLiteral("[%1%2] %3 % (%4 of %5)")
+    return QStringLiteral("[%1%2] %3 % (%4)")
         .arg(QString(filled, QLatin1Char('#')), QString(barWidth - filled, QLatin1Char(' ')),
-             QStringLiteral("%1").arg(percent, 3), QString::number(done), QString::number(stepCount));
+             QStringLiteral("%1").arg(percent, 3),
+             tr("%1 von %2").arg(QString::number(done), QString::number(stepCount)));
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <QString>
 
 #include <cstdio>
@@ -12,6 +13,8 @@
  */
 class LvProgressBar
 {
+    Q_DECLARE_TR_FUNCTIONS(LvProgressBar)
+
 public:
     LvProgressBar(std::FILE* stream, int stepCount, bool enabled);
     ~LvProgressBar();
@@ -23,7 +26,7 @@ public:
     /// Removes the bar, so that a message can be written in its place; the next step draws it again.
     void clear();
 
-    /// The bar for so many steps of all, "[#####     ]  50 % (1 of 2)".
+    /// The bar for so many steps of all, "[#####     ]  50 % (1 von 2)".
     static QString line(int done, int stepCount);
 
 private:

@@ -2,7 +2,6 @@
 
 #include "LvMapText.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonDocument>
@@ -54,9 +53,7 @@ bool LvTileDirectorySource::isValid() const
 
 QString LvTileDirectorySource::errorText() const
 {
-    return isValid() ? QString()
-                     : QCoreApplication::translate("LvTileDirectorySource",
-                                                   "no folder of a zoom level in it ({z}/{x}/{y}.png)");
+    return isValid() ? QString() : tr("kein Ordner einer Zoomstufe darin ({z}/{x}/{y}.png)");
 }
 
 QString LvTileDirectorySource::attribution() const

@@ -2,6 +2,7 @@
 
 #include "LvTiledMapSource.h"
 
+#include <QCoreApplication>
 #include <QDir>
 
 /**
@@ -11,6 +12,8 @@
  */
 class LvTileDirectorySource : public LvTiledMapSource
 {
+    Q_DECLARE_TR_FUNCTIONS(LvTileDirectorySource)
+
 public:
     explicit LvTileDirectorySource(const QString& directory);
 

@@ -7,7 +7,6 @@
 #include "LvXMLLoader.h"
 #include "LvZIP.h"
 
-#include <QCoreApplication>
 #include <QDomDocument>
 #include <QFileInfo>
 #include <QUrl>
@@ -17,11 +16,6 @@
 
 namespace
 {
-
-QString translated(const char* text)
-{
-    return QCoreApplication::translate("LvTrackLoader", text);
-}
 
 qsizetype countChildren(const QDomElement& parent, const QString& name)
 {
@@ -48,7 +42,7 @@ QDomElement nextElement(const QDomElement& element, const QDomElement& root)
 
 QString notXml(const QString& message)
 {
-    return translated("not readable as XML: %1").arg(message.simplified());
+    return LvTrackLoader::tr("nicht als XML lesbar: %1").arg(message.simplified());
 }
 
 bool isTooLarge(const QFileInfo& file)
@@ -58,7 +52,7 @@ bool isTooLarge(const QFileInfo& file)
 
 QString tooLarge()
 {
-    return translated("larger than %1 MiB").arg(LvFileHandler::maximumFileSize >> 20);
+    return LvTrackLoader::tr("größer als %1 MiB").arg(LvFileHandler::maximumFileSize >> 20);
 }
 
 QString reasonInGpx(const QFileInfo& file)
@@ -68,10 +62,10 @@ QString reasonInGpx(const QFileInfo& file)
     }
     const std::optional<QByteArray> bytes = LvFileHandler::readBytes(file);
     if (!bytes) {
-        return translated("not readable");
+        return LvTrackLoader::tr("nicht lesbar");
     }
     if (bytes->isEmpty()) {
-        return translated("empty file");
+        return LvTrackLoader::tr("leere Datei");
     }
     QDomDocument document;
     QString message;
@@ -83,15 +77,15 @@ QString reasonInGpx(const QFileInfo& file)
     const qsizetype routes = countChildren(root, QStringLiteral("rte"));
     const qsizetype waypoints = countChildren(root, QStringLiteral("wpt"));
     if (tracks > 0) {
-        return translated("tracks without points");
+        return LvTrackLoader::tr("Spuren ohne Punkte");
     }
     if (routes > 0) {
-        return translated("routes without shaping points (Garmin route point extension)");
+        return LvTrackLoader::tr("Routen ohne Zwischenpunkte (Garmins Erweiterung der Routenpunkte)");
     }
     if (waypoints > 0) {
-        return translated("only waypoints, no track or route");
+        return LvTrackLoader::tr("nur Wegpunkte, weder Spur noch Route");
     }
-    return translated("no track or route in it");
+    return LvTrackLoader::tr("weder Spur noch Route darin");
 }
 
 /// Why an archive has no text to decode; empty when it has one.
@@ -99,13 +93,13 @@ QString reasonInArchive(const QFileInfo& file)
 {
     LvZIP archive(file);
     if (!archive.open()) {
-        return translated("not a readable archive");
+        return LvTrackLoader::tr("kein lesbares Archiv");
     }
     const QStringList names = archive.getFileNameList();
     archive.close();
     const bool hasKml = std::any_of(names.cbegin(), names.cend(),
                                     [](const QString& name) { return name.endsWith(QLatin1String(".kml")); });
-    return hasKml ? QString() : translated("archive without a .kml file");
+    return hasKml ? QString() : LvTrackLoader::tr("Archiv ohne .kml-Datei");
 }
 
 QString reasonInKml(const QFileInfo& file)
@@ -122,8 +116,8 @@ QString reasonInKml(const QFileInfo& file)
     const QString text = LvTrackSelectionFactoryKmlFile().readFile(file);
     if (text.isEmpty()) {
         return isArchive
-            ? translated("the .kml file in the archive is empty, damaged, encrypted or too large")
-            : translated("empty file");
+            ? LvTrackLoader::tr("die .kml-Datei im Archiv ist leer, beschädigt, verschlüsselt oder zu groß")
+            : LvTrackLoader::tr("leere Datei");
     }
     QDomDocument document;
     QString message;
@@ -132,14 +126,14 @@ QString reasonInKml(const QFileInfo& file)
     }
     const QDomElement root = document.documentElement().firstChildElement(QStringLiteral("Document"));
     if (root.isNull()) {
-        return translated("KML without a Document element");
+        return LvTrackLoader::tr("KML ohne das Element „Document“");
     }
     for (QDomElement element = root; !element.isNull(); element = nextElement(element, root)) {
         if (element.nodeName() == QLatin1String("Placemark")) {
-            return translated("no placemark with coordinates in it");
+            return LvTrackLoader::tr("keine Ortsmarke mit Koordinaten darin");
         }
     }
-    return translated("no placemark in it");
+    return LvTrackLoader::tr("keine Ortsmarke darin");
 }
 
 QString reasonForNothing(const QFileInfo& file)
@@ -152,13 +146,14 @@ QString reasonForNothing(const QFileInfo& file)
 QString reasonToRefuse(const QFileInfo& file)
 {
     if (!file.exists()) {
-        return file.isSymLink() ? translated("broken symbolic link") : translated("not found");
+        return file.isSymLink() ? LvTrackLoader::tr("symbolische Verknüpfung ins Leere")
+                                : LvTrackLoader::tr("nicht gefunden");
     }
     if (!file.isFile()) {
-        return translated("not a regular file");
+        return LvTrackLoader::tr("keine gewöhnliche Datei");
     }
     if (!LvFileHandler::isReadableRegularFile(file)) {
-        return translated("not readable");
+        return LvTrackLoader::tr("nicht lesbar");
     }
     return {};
 }
@@ -176,7 +171,7 @@ LvLoadedTracks LvTrackLoader::load(const QString& fileName)
     const QUrl url = QUrl::fromLocalFile(file.absoluteFilePath());
     const LvTrackSelectionFactory* factory = LvTrackSelectionFactory::instance();
     if (!factory->supportsFile(url)) {
-        result.errorText = translated("not a track file by its name (%1)")
+        result.errorText = tr("dem Namen nach keine Spurdatei (%1)")
                                .arg(factory->supportedFileFormats().join(QLatin1String(", ")));
         return result;
     }

@@ -2,6 +2,7 @@
 
 #include "LvGPXConfiguredTrackList.h"
 
+#include <QCoreApplication>
 #include <QString>
 
 /// What came out of one file.
@@ -20,6 +21,8 @@ struct LvLoadedTracks {
  */
 class LvTrackLoader
 {
+    Q_DECLARE_TR_FUNCTIONS(LvTrackLoader)
+
 public:
     LvTrackLoader() = delete;
 

@@ -1,8 +1,10 @@
 #include "LvCommand.h"
 #include "LvInfoCommand.h"
 #include "LvRenderCommand.h"
+#include "LvTranslations.h"
 
 #include <QGuiApplication>
+#include <QLocale>
 #include <QStringList>
 
 #include <cstdio>
@@ -88,6 +90,9 @@ int main(int argc, char* argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("LvGeoLocation"));
     QCoreApplication::setApplicationName(QStringLiteral("lvtracks"));
     QCoreApplication::setApplicationVersion(QStringLiteral(LV_VERSION));
+    // Scripts read the messages: they are English in every locale, also those of the classes that the
+    // programs share, whose source texts are German.
+    LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
     const LvExitCode exitCode = runCommand(arguments);
     if (!LvCommand::finishPrinting()) {
         LvCommand::printError(translated("the standard output cannot be written"));

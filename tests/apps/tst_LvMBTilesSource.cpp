@@ -2,6 +2,7 @@
 #include "LvTest.h"
 #include "LvTestFiles.h"
 #include "LvTestTiles.h"
+#include "LvTranslations.h"
 
 #include <QMap>
 #include <QSqlDatabase>
@@ -84,6 +85,7 @@ class tst_LvMBTilesSource : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void reasons_data();
     void reasons();
@@ -107,6 +109,11 @@ private:
 
     std::unique_ptr<QTemporaryDir> myDirectory;
 };
+
+void tst_LvMBTilesSource::initTestCase()
+{
+    LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
+}
 
 void tst_LvMBTilesSource::init()
 {

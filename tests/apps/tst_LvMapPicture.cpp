@@ -8,6 +8,7 @@
 #include "LvTestTracks.h"
 #include "LvTrackBounds.h"
 #include "LvTrackLoader.h"
+#include "LvTranslations.h"
 #include "LvWorldMapSource.h"
 
 #include <QImageReader>
@@ -112,6 +113,7 @@ class tst_LvMapPicture : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void golden_data();
     void golden();
     void withoutMap();
@@ -139,6 +141,11 @@ private:
 
     QTemporaryDir myDirectory;
 };
+
+void tst_LvMapPicture::initTestCase()
+{
+    LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
+}
 
 void tst_LvMapPicture::golden_data()
 {

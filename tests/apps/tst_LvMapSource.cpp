@@ -2,6 +2,7 @@
 #include "LvMapText.h"
 #include "LvTest.h"
 #include "LvTileDirectorySource.h"
+#include "LvTranslations.h"
 #include "LvWorldMapSource.h"
 
 #include <QTemporaryDir>
@@ -11,10 +12,16 @@ class tst_LvMapSource : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void create();
     void plainAttribution_data();
     void plainAttribution();
 };
+
+void tst_LvMapSource::initTestCase()
+{
+    LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
+}
 
 void tst_LvMapSource::create()
 {

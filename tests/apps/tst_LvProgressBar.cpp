@@ -1,5 +1,6 @@
 #include "LvProgressBar.h"
 #include "LvTest.h"
+#include "LvTranslations.h"
 
 #include <cstdlib>
 #include <fcntl.h>
@@ -55,6 +56,7 @@ class tst_LvProgressBar : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void line_data();
     void line();
     void onATerminal();
@@ -63,6 +65,11 @@ private Q_SLOTS:
     void silent();
     void noTerminal();
 };
+
+void tst_LvProgressBar::initTestCase()
+{
+    LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
+}
 
 void tst_LvProgressBar::line_data()
 {

@@ -2,6 +2,7 @@
 #include "LvTestFiles.h"
 #include "LvTestTiles.h"
 #include "LvTileDirectorySource.h"
+#include "LvTranslations.h"
 
 #include <QTemporaryDir>
 
@@ -24,6 +25,7 @@ class tst_LvTileDirectorySource : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void initTestCase();
     void init();
     void notATileTree_data();
     void notATileTree();
@@ -61,6 +63,11 @@ private:
 
     std::unique_ptr<QTemporaryDir> myDirectory;
 };
+
+void tst_LvTileDirectorySource::initTestCase()
+{
+    LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
+}
 
 void tst_LvTileDirectorySource::init()
 {

@@ -3,6 +3,7 @@
 #include "LvTest.h"
 #include "LvTestFiles.h"
 #include "LvTrackLoader.h"
+#include "LvTranslations.h"
 
 #include <QElapsedTimer>
 #include <QTemporaryDir>
@@ -35,6 +36,7 @@ class tst_LvTrackLoader : public QObject
 
 private Q_SLOTS:
     void initTestCase();
+    void init();
     void reasons_data();
     void reasons();
     void archives_data();
@@ -44,6 +46,8 @@ private Q_SLOTS:
     void specialFiles();
     void tooLargeFile();
     void unreadableFile();
+    void languages_data();
+    void languages();
     void tracks_data();
     void tracks();
     void oddNames_data();
@@ -59,6 +63,11 @@ private:
 void tst_LvTrackLoader::initTestCase()
 {
     QVERIFY(myDirectory.isValid());
+}
+
+void tst_LvTrackLoader::init()
+{
+    LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
 }
 
 void tst_LvTrackLoader::reasons_data()
@@ -239,6 +248,22 @@ void tst_LvTrackLoader::unreadableFile()
         QVERIFY(::setresuid(0, 0, 0) == 0);
     }
     QCOMPARE(reason, QStringLiteral("not readable"));
+}
+
+void tst_LvTrackLoader::languages_data()
+{
+    QTest::addColumn<QLocale>("locale");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("German") << QLocale(QLocale::German) << "nicht gefunden";
+    QTest::newRow("English") << QLocale(QLocale::English, QLocale::UnitedKingdom) << "not found";
+    QTest::newRow("without a catalogue") << QLocale(QLocale::French) << "not found";
+}
+
+void tst_LvTrackLoader::languages()
+{
+    QFETCH(QLocale, locale);
+    LvTranslations::install(locale, QStringLiteral("LvAppsCommon"));
+    QTEST(LvTrackLoader::load(path(QStringLiteral("missing.gpx"))).errorText, "reason");
 }
 
 void tst_LvTrackLoader::tracks_data()
