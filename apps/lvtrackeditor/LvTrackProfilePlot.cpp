@@ -319,7 +319,8 @@ void LvTrackProfilePlot::drawAxes(QPainter& painter) const
         }
         const double x = isLeft ? 0.0 : myPlotRect.right() + gap;
         const double width = isLeft ? myPlotRect.left() - gap : this->width() - x;
-        const int alignment = isLeft ? Qt::AlignVCenter | Qt::AlignRight : Qt::AlignVCenter | Qt::AlignLeft;
+        const int alignment =
+            static_cast<int>(Qt::AlignVCenter) | static_cast<int>(isLeft ? Qt::AlignRight : Qt::AlignLeft);
         for (const double value : curve.ticks.values()) {
             const double y = verticalPixel(curve, value);
             painter.setPen(color);
