@@ -19,6 +19,7 @@ namespace
 {
 
 constexpr int patienceMs = 20000; // without any tile from the server
+constexpr auto imageFormat = QImage::Format_ARGB32_Premultiplied;
 constexpr double degreesAround = 360.0;
 constexpr double halfTurn = 180.0;
 
@@ -30,6 +31,23 @@ std::unique_ptr<LvMapSource> createSource(const QString& name)
     return LvMapSource::create(name);
 }
 
+/// Draws the lower edge of a picture that has nothing but a legend.
+void drawAsImage(QPainter& painter, const LvMapPicture& legend, const QSize& size)
+{
+    const int height = std::min(legend.legendHeight(), size.height());
+    QImage image(size.width(), height, imageFormat);
+    if (image.isNull()) {
+        return; // nothing to draw
+    }
+    const int top = size.height() - height;
+    image.fill(Qt::transparent);
+    QPainter imagePainter(&image);
+    imagePainter.translate(0, -top);
+    legend.draw(imagePainter);
+    imagePainter.end();
+    painter.drawImage(QPoint(0, top), image);
+}
+
 /// Fetches all tiles of the view. False when the server does not send them.
 bool waitForTiles(LvUrlTileSource& source, const LvMapView& view, double paintFactor)
 {
@@ -38,7 +56,7 @@ bool waitForTiles(LvUrlTileSource& source, const LvMapView& view, double paintFa
     patience.setSingleShot(true);
     QObject::connect(&patience, &QTimer::timeout, &loop, [&loop] { loop.exit(1); });
     QObject::connect(&source, &LvUrlTileSource::tilesChanged, &loop, [&loop] { loop.exit(0); });
-    QImage nowhere(1, 1, QImage::Format_ARGB32_Premultiplied); // which tiles are needed depends on the view
+    QImage nowhere(1, 1, imageFormat); // which tiles are needed depends on the view
     do {
         QPainter painter(&nowhere);
         source.draw(painter, view, paintFactor);
@@ -77,14 +95,31 @@ LvMapView LvPictureExporter::viewFor(const LvPictureOptions& options) const
 
 QString LvPictureExporter::draw(QPainter& painter, const LvPictureOptions& options) const
 {
-    return withPicture(options, [&painter](const LvMapPicture& picture) {
-        return picture.draw(painter) ? QString() : tr("Der Arbeitsspeicher reicht für das Bild nicht aus.");
+    return withPicture(options, [&](LvMapPicture& picture) {
+        const QString attribution = picture.attribution();
+        // Texts have their sizes in points, which are more pixels on paper than the picture counts with.
+        const bool needsOwnLegend =
+            painter.device()->logicalDpiY() != QImage(1, 1, imageFormat).logicalDpiY();
+        if (needsOwnLegend) {
+            picture.setScaleBarVisible(false);
+            picture.setAttribution(QString());
+        }
+        if (!picture.draw(painter)) {
+            return tr("Der Arbeitsspeicher reicht für das Bild nicht aus.");
+        }
+        if (needsOwnLegend) {
+            LvMapPicture legend(LvGPXTrackSelection(), viewFor(options), nullptr, options.paintFactor);
+            legend.setScaleBarVisible(options.hasScaleBar);
+            legend.setAttribution(attribution);
+            drawAsImage(painter, legend, options.size);
+        }
+        return QString();
     });
 }
 
 QString LvPictureExporter::save(const QString& fileName, const LvPictureOptions& options) const
 {
-    return withPicture(options, [&fileName](const LvMapPicture& picture) {
+    return withPicture(options, [&fileName](LvMapPicture& picture) {
         const QString errorText = picture.save(fileName);
         return errorText.isEmpty() ? QString()
                                    : tr("Das Bild „%1“ konnte nicht geschrieben werden: %2")
@@ -93,7 +128,7 @@ QString LvPictureExporter::save(const QString& fileName, const LvPictureOptions&
 }
 
 QString LvPictureExporter::withPicture(const LvPictureOptions& options,
-                                       const std::function<QString(const LvMapPicture&)>& use) const
+                                       const std::function<QString(LvMapPicture&)>& use) const
 {
     QString errorText;
     const LvMapView view = viewFor(options);

@@ -67,7 +67,7 @@ public:
 private:
     /// Makes the picture ready and hands it on. Returns why there is none, or what the receiver returns.
     QString withPicture(const LvPictureOptions& options,
-                        const std::function<QString(const LvMapPicture&)>& use) const;
+                        const std::function<QString(LvMapPicture&)>& use) const;
 
     /// Opens the map and has it at hand for the view. Null for no map; then the text says whether that is an
     /// error.

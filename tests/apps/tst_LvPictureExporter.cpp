@@ -64,6 +64,7 @@ private Q_SLOTS:
     void refusals_data();
     void refusals();
     void tileServer();
+    void dotsPerInchDoNotMatter();
 };
 
 void tst_LvPictureExporter::viewOfTheSameSize()
@@ -207,6 +208,31 @@ void tst_LvPictureExporter::tileServer()
          {QPoint(1, 1), QPoint(698, 1), QPoint(1, 498), QPoint(698, 498), QPoint(350, 250)}) {
         QCOMPARE(image.pixelColor(place), QColor(0, 0, 200));
     }
+}
+
+void tst_LvPictureExporter::dotsPerInchDoNotMatter()
+{
+    // A printer has more dots than a screen, but the picture already counts them.
+    const LvPictureExporter exporter = exporterFor("builtin", QStringLiteral("© Amt"));
+    const LvPictureOptions options = sized(QSize(900, 700), 2.0);
+    QImage dense(options.size, QImage::Format_ARGB32_Premultiplied);
+    dense.setDotsPerMeterX(11811); // 300 per inch
+    dense.setDotsPerMeterY(11811);
+    dense.fill(Qt::white);
+    QPainter painter(&dense);
+    QCOMPARE(painter.device()->logicalDpiY(), 300);
+    QCOMPARE(exporter.draw(painter, options), QString());
+    painter.end();
+    const QImage usual = imageOf(exporter, options);
+    int different = 0;
+    for (int y = 0; y < usual.height(); ++y) {
+        for (int x = 0; x < usual.width(); ++x) {
+            const QColor a = usual.pixelColor(x, y);
+            const QColor b = dense.pixelColor(x, y);
+            different += std::abs(a.red() - b.red()) > 3 || std::abs(a.blue() - b.blue()) > 3 ? 1 : 0;
+        }
+    }
+    QCOMPARE(different, 0);
 }
 
 LV_TEST_MAIN(tst_LvPictureExporter)
