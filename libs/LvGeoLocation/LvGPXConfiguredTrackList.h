@@ -25,10 +25,10 @@ public:
         QList<LvGPXConfiguredTrack>::const_iterator;
 
     LvGPXConfiguredTrackList();
-    // NOLINTNEXTLINE(google-explicit-constructor) list of one
+    // NOLINTNEXTLINE(google-explicit-constructor) a list of one
     LvGPXConfiguredTrackList(const LvGPXConfiguredTrack& track);
-    LvGPXConfiguredTrackList( // NOLINT(google-explicit-constructor) nothing is lost or added
-        const QList<LvGPXConfiguredTrack>& tracks);
+    // NOLINTNEXTLINE(google-explicit-constructor) nothing is lost or added
+    LvGPXConfiguredTrackList(const QList<LvGPXConfiguredTrack>& tracks);
     LvGPXConfiguredTrackList(std::initializer_list<LvGPXConfiguredTrack> tracks);
     /// Reads every child element of the given name, in document order.
     /// @param dir the directory that names of included files are relative to

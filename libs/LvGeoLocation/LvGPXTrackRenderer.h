@@ -206,7 +206,7 @@ protected:
 private:
     // Where a visible part is given, copies of the world that do not touch it are left out; an empty
     // rectangle stands for everything.
-    QImage renderImage(TrackRenderOption option, QPainter::RenderHints hints) const;
+    [[nodiscard]] QImage renderImage(TrackRenderOption option, QPainter::RenderHints hints) const;
     void drawTracks(QPainter* painter, TrackRenderOption option, const QRectF& visible) const;
     void drawTrack(QPainter* painter, const LvGPXConfiguredTrack& track, TrackRenderOption option,
                    const QRectF& visible) const;
@@ -219,9 +219,9 @@ private:
     template <class Draw>
     void repeatAroundTheWorld(QPainter* painter, const QRectF& touched, const QRectF& visible,
                               const Draw& draw) const;
-    QRectF touchedBy(const QPainterPath& path, const LvGPXTrackConfiguration& config,
-                     TrackRenderOption option) const;
-    QPainterPath thinned(std::span<const QPointF> points) const;
+    [[nodiscard]] QRectF touchedBy(const QPainterPath& path, const LvGPXTrackConfiguration& config,
+                                   TrackRenderOption option) const;
+    [[nodiscard]] QPainterPath thinned(std::span<const QPointF> points) const;
 
     LvGPXTrackSelection mySelection;
     QSize myTargetImageSize;

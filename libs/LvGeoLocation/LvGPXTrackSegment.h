@@ -71,8 +71,8 @@ public:
     [[nodiscard]] bool operator==(const LvGPXTrackSegment& other) const;
 
     /// Appends the points "gpxx:rpt" of the first "gpxx:RoutePointExtension" below the element.
-    void
-    decodeGarminGPX(QDomElement extensions); // NOLINT(performance-unnecessary-value-param) a handle itself
+    // NOLINTNEXTLINE(performance-unnecessary-value-param) a handle itself
+    void decodeGarminGPX(QDomElement extensions);
 
     /// Appends an element "trkseg" with one child "compressedPoints"; never "trkpt" elements.
     void toXml(QDomElement& parent) const;
