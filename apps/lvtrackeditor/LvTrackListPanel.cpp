@@ -19,6 +19,7 @@ namespace
 constexpr int opaque = 255;
 constexpr int opacityPageStep = 32;
 constexpr int selectionAlpha = 90;
+constexpr int nameCharacters = 50;
 
 LvGPXTrackEditOptions allButtons()
 {
@@ -173,6 +174,11 @@ void LvTrackListPanel::blink(int row)
         myView->scrollTo(myRows->index(row, LvTrackRowsModel::nameColumn));
         myDelegate->animate(row);
     }
+}
+
+QSize LvTrackListPanel::sizeHint() const
+{
+    return QWidget::sizeHint().expandedTo(QSize(fontMetrics().averageCharWidth() * nameCharacters, 0));
 }
 
 void LvTrackListPanel::onCurrentChanged(const QModelIndex& current)

@@ -40,6 +40,9 @@ public:
 
     [[nodiscard]] QTableView* view() const { return myView; }
 
+    /// Room for names of a usual length beside the buttons.
+    [[nodiscard]] QSize sizeHint() const override;
+
 Q_SIGNALS:
     void currentRowChanged(int row);
     void editRequested(int row);

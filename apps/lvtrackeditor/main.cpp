@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QIcon>
 #include <QLibraryInfo>
+#include <QLoggingCategory>
 #include <QTimer>
 #include <QTranslator>
 
@@ -55,6 +56,8 @@ int main(int argc, char* argv[])
     QGuiApplication::setDesktopFileName(QStringLiteral("lvtrackeditor"));
     QGuiApplication::setWindowIcon(QIcon(QStringLiteral(":/lvtrackeditor/icons/lvtrackeditor.svg")));
     installTranslations();
+    // A line for every opened file is for those who ask for it (QT_LOGGING_RULES).
+    QLoggingCategory::setFilterRules(QStringLiteral("lv.usage.info=false"));
 
     QCommandLineParser parser;
     parser.setApplicationDescription(
