@@ -30,12 +30,14 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QToolButton>
+#include <QtConcurrent>
 
 namespace
 {
 
 constexpr int messageMilliseconds = 8000;
 constexpr QSize defaultSize(1280, 860);
+constexpr int quicklyMeasuredPoints = 10000; // a few milliseconds
 
 QList<QUrl> localFiles(const QMimeData* data)
 {
@@ -385,6 +387,14 @@ void LvTrackEditorWindow::connectPanels()
     connect(myDetails, &LvTrackDetailsPanel::nameEdited, this,
             [this](const QString& name) { myDocument.renameTrack(myList->currentRow(), name); });
     connect(myProfile, &LvTrackProfileWidget::positionHovered, myMap, &LvMapWidget::setMarkedPosition);
+    connect(&myMeasuring, &QFutureWatcherBase::finished, this, [this] {
+        if (!myMeasuring.future().isResultReadyAt(0)) {
+            return; // given up for another track
+        }
+        myStatistics = myMeasuring.result();
+        myProfile->setStatistics(*myStatistics);
+        showCurrentTrack();
+    });
     LvEditorSettings* settings = LvEditorSettings::instance();
     connect(settings, &LvEditorSettings::changed, this, [this, settings] {
         if (settings->mapSource() != myMap->mapSource()) {
@@ -646,14 +656,37 @@ void LvTrackEditorWindow::showCurrentTrack()
     if (myDocument.selection().isValidRow(row)) {
         const LvGPXConfiguredTrack track = myDocument.selection().value(row);
         myStyle->setConfiguredTrack(track);
-        myDetails->setTrack(track);
-        myProfile->setTrack(track.track());
+        showStatistics(track);
     } else {
+        myMeasuredTrack = LvGPXTrack();
+        myStatistics.reset();
         myStyle->clear();
         myDetails->clear();
         myProfile->clear();
     }
     updateActions();
+}
+
+void LvTrackEditorWindow::showStatistics(const LvGPXConfiguredTrack& track)
+{
+    if (myMeasuredTrack != track.track()) {
+        myMeasuredTrack = track.track();
+        myStatistics.reset();
+        if (myMeasuredTrack.countPoints() <= quicklyMeasuredPoints) {
+            myMeasuring.setFuture({}); // what is being computed is of another track
+            myStatistics = LvTrackStatistics(myMeasuredTrack);
+            myProfile->setStatistics(*myStatistics);
+        } else {
+            myProfile->clear();
+            myMeasuring.setFuture(
+                QtConcurrent::run([measured = myMeasuredTrack] { return LvTrackStatistics(measured); }));
+        }
+    }
+    if (myStatistics.has_value()) {
+        myDetails->setTrack(track, *myStatistics);
+    } else {
+        myDetails->clear(); // until they are there
+    }
 }
 
 void LvTrackEditorWindow::showPosition(const LvGeoPosition& position)

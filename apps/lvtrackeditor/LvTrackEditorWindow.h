@@ -3,10 +3,14 @@
 #include "LvGeoPosition.h"
 #include "LvTrackDocument.h"
 #include "LvTrackLoadJob.h"
+#include "LvTrackStatistics.h"
 
+#include <QFutureWatcher>
 #include <QMainWindow>
 #include <QPointer>
 #include <QStringList>
+
+#include <optional>
 
 class LvBeelineDialog;
 class LvEditorFiles;
@@ -109,6 +113,7 @@ private:
     void showSelection();
     void showVisibility();
     void showCurrentTrack();
+    void showStatistics(const LvGPXConfiguredTrack& track);
     void showPosition(const LvGeoPosition& position);
     void showZoom();
     void updateTitle();
@@ -130,6 +135,9 @@ private:
     LvEditorMapMenu* myMapMenu;
     QPointer<LvBeelineDialog> myBeelineDialog;
     int myMarkedRow = -1; // highlighted on the map
+    LvGPXTrack myMeasuredTrack; // what the statistics are of, or will be
+    std::optional<LvTrackStatistics> myStatistics; // none while they are being computed
+    QFutureWatcher<LvTrackStatistics> myMeasuring;
 
     QDockWidget* myDetailsDock = nullptr;
     QDockWidget* myStyleDock = nullptr;

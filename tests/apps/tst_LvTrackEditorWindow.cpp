@@ -5,6 +5,7 @@
 #include "LvMapWidget.h"
 #include "LvMessagePanel.h"
 #include "LvTest.h"
+#include "LvTrackDetailsPanel.h"
 #include "LvTrackEditorWindow.h"
 #include "LvTrackListPanel.h"
 #include "LvTrackRowsModel.h"
@@ -136,6 +137,7 @@ private Q_SLOTS:
     void markButtonHighlights();
     void zoomButtonFitsAndBlinks();
     void fadingFollowsSlider();
+    void longTrackIsMeasuredAside();
     void closeAsks();
     void everyActionIsReachable();
     void everyWidgetHasAName();
@@ -381,6 +383,27 @@ void tst_LvTrackEditorWindow::fadingFollowsSlider()
     window.document()->undoStack()->undo(); // one step for one movement of the slider
     QCOMPARE(window.document()->selection().nominalCroppingOpacity(), 255);
     QCOMPARE(slider->value(), 255);
+}
+
+void tst_LvTrackEditorWindow::longTrackIsMeasuredAside()
+{
+    LvTrackEditorWindow window;
+    auto* details = window.findChild<LvTrackDetailsPanel*>();
+    QVERIFY(details != nullptr);
+    QVERIFY(!details->widget()->isEnabled());
+    QList<LvGPXTrackPoint> points;
+    const QDateTime start(QDate(2024, 6, 15), QTime(8, 0), Qt::UTC);
+    constexpr int count = 30000;
+    for (int i = 0; i < count; ++i) {
+        points.append(LvGPXTrackPoint(LvGeoPosition(50.0 + i * 1e-5, 8.0), 100, start.addSecs(i), QString()));
+    }
+    const LvGPXTrack longTrack(QStringLiteral("long"), QString(), {LvGPXTrackSegment(points)},
+                               LvGPXTrackShape(4));
+    window.document()->addTracks(LvGPXConfiguredTrack(longTrack, LvGPXTrackConfiguration::defaultValue()));
+    QVERIFY(!details->widget()->isEnabled()); // not known yet
+    QTRY_VERIFY_WITH_TIMEOUT(details->widget()->isEnabled(), longTimeout);
+    window.document()->clear();
+    QVERIFY(!details->widget()->isEnabled());
 }
 
 void tst_LvTrackEditorWindow::closeAsks()
