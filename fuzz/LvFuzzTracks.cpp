@@ -190,5 +190,8 @@ bool LvFuzz::isWhatWasWritten(const LvGPXTrackConfiguration& read, const LvGPXTr
     LvGPXTrackConfiguration expected = written;
     expected.setLineWidth(keptWidth(written.lineWidth().value()));
     expected.setHaloWidth(keptWidth(written.haloWidth().value()));
+    // Half of an odd alpha value lies between those that eight digits can name.
+    expected.setLineColor(QColor::fromRgba(written.lineColor().rgba()));
+    expected.setFillColor(QColor::fromRgba(written.fillColor().rgba()));
     return read == expected;
 }

@@ -29,7 +29,8 @@ void checkTracks(const LvGPXConfiguredTrackList& tracks);
 /// seven digits, no point at 0°/0°, milliseconds that come back as seconds.
 [[nodiscard]] bool isWhatWasWritten(const LvGPXTrack& read, const LvGPXTrack& written);
 
-/// The same for configurations, whose widths are written as whole pixels.
+/// The same for configurations, whose widths are written as whole pixels and colours with eight bits a
+/// channel.
 [[nodiscard]] bool isWhatWasWritten(const LvGPXTrackConfiguration& read,
                                     const LvGPXTrackConfiguration& written);
 
