@@ -91,8 +91,7 @@ public:
 
     friend constexpr bool operator==(const LvDistance& left, const LvDistance& right) = default;
     // NOLINTNEXTLINE(modernize-use-nullptr) finds the 0 in what the compiler makes of it
-    friend constexpr std::partial_ordering operator<=>(const LvDistance& left,
-                                                       const LvDistance& right) = default;
+    friend constexpr auto operator<=>(const LvDistance& left, const LvDistance& right) = default;
 
     /// The number with the given number of decimals and, on request, a blank and the sign of the unit: "10.0
     /// px".

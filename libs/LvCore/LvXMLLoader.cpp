@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <optional>
+#include <utility>
 
 namespace
 {
@@ -230,9 +231,9 @@ qint64 expansionOf(QStringView text, const QXmlStreamReader& reader)
 class LvXMLExpansionCheck
 {
 public:
-    LvXMLExpansionCheck(QXmlStreamReader& reader, const QString& text)
+    LvXMLExpansionCheck(QXmlStreamReader& reader, QString text)
         : myReader(reader)
-        , myText(text)
+        , myText(std::move(text))
     {
         while (myProblem.isEmpty() && !myReader.atEnd()) {
             checkToken(myReader.readNext());

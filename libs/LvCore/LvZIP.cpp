@@ -12,11 +12,11 @@ namespace
 
 constexpr qsizetype chunkSize = qsizetype(64) << 10;
 
-struct DiscardArchive {
+struct LvDiscardArchive {
     void operator()(zip_t* archive) const { zip_discard(archive); } // nothing was changed: nothing to write
 };
 
-struct CloseEntry {
+struct LvCloseEntry {
     void operator()(zip_file_t* entry) const { zip_fclose(entry); }
 };
 
@@ -50,7 +50,7 @@ public:
         if (hasSize && stat.size > static_cast<zip_uint64_t>(maximumEntrySize)) {
             return {};
         }
-        const std::unique_ptr<zip_file_t, CloseEntry> entry(zip_fopen_index(myHandle.get(), index, 0));
+        const std::unique_ptr<zip_file_t, LvCloseEntry> entry(zip_fopen_index(myHandle.get(), index, 0));
         if (!entry) {
             return {};
         }
@@ -71,7 +71,7 @@ public:
     }
 
 private:
-    std::unique_ptr<zip_t, DiscardArchive> myHandle;
+    std::unique_ptr<zip_t, LvDiscardArchive> myHandle;
     QStringList myNames;
 };
 

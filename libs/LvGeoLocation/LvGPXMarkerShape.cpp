@@ -109,8 +109,8 @@ QImage LvGPXMarkerShape::createImage(const QSize& size, int margin, const QColor
     }
     image.fill(Qt::transparent);
     QPainter painter(&image);
-    painter.translate(margin / 2,
-                      margin / 2); // NOLINT(bugprone-integer-division) whole pixels keep edges sharp
+    const int offset = margin / 2; // whole pixels keep edges sharp
+    painter.translate(offset, offset);
     painter.setPen(QPen(QBrush(lineColor, Qt::SolidPattern), previewPenWidth, Qt::SolidLine, Qt::SquareCap,
                         Qt::BevelJoin));
     painter.setBrush(fillColor);
