@@ -87,8 +87,11 @@ public:
             } else {
                 skipTag();
             }
+            myDepthSum += myDepth;
             if (myNodes > LvXMLLoader::maximumNodes) {
                 myProblem = tooManyNodes();
+            } else if (myDepthSum > LvXMLLoader::maximumDepthSum) {
+                myProblem = tooManyDeepNodes();
             }
         }
     }
@@ -114,6 +117,8 @@ public:
     {
         return QStringLiteral("More than %1 elements inside each other.").arg(LvXMLLoader::maximumDepth);
     }
+
+    static QString tooManyDeepNodes() { return QStringLiteral("Too many elements deep inside each other."); }
 
     static QString tooMuchExpansion() { return QStringLiteral("Entities expand to too many characters."); }
 
@@ -198,6 +203,7 @@ private:
     qsizetype myIndex = 0;
     QString myProblem;
     qint64 myNodes = 0;
+    qint64 myDepthSum = 0;
     int myDepth = 0;
     bool myHasDocumentType = false;
 };
@@ -261,8 +267,11 @@ private:
         } else if (!myReader.isWhitespace()) {
             ++myNodes;
         }
+        myDepthSum += myDepth;
         if (myProblem.isEmpty() && myNodes > LvXMLLoader::maximumNodes) {
             myProblem = LvXMLScan::tooManyNodes();
+        } else if (myProblem.isEmpty() && myDepthSum > LvXMLLoader::maximumDepthSum) {
+            myProblem = LvXMLScan::tooManyDeepNodes();
         }
     }
 
@@ -293,6 +302,7 @@ private:
     QString myProblem;
     qint64 myExpansion = 0;
     qint64 myNodes = 0;
+    qint64 myDepthSum = 0;
     int myDepth = 0;
 };
 

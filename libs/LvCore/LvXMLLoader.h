@@ -24,9 +24,13 @@ class LVCORE_EXPORT LvXMLLoader
 public:
     LvXMLLoader() = delete;
 
-    /// The deepest nesting of elements that is read; the document element has depth 1. For each node that it
-    /// adds, the toolkit walks up to the document: at a depth of 10,000 that takes ten times as long as this.
-    static constexpr int maximumDepth = 2000;
+    /// The deepest nesting of elements that is read; the document element has depth 1.
+    static constexpr int maximumDepth = 10000;
+
+    /// The depths of all nodes added up. For each node that it adds, the toolkit walks up to the document:
+    /// half a megabyte of siblings at the deepest place would take it as long as hundreds of ordinary
+    /// megabytes.
+    static constexpr qint64 maximumDepthSum = qint64(256) << 20;
 
     /// The number of attributes that one tag may have.
     static constexpr int maximumAttributes = 256;

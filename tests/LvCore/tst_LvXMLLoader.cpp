@@ -161,7 +161,7 @@ private Q_SLOTS:
         QTest::addColumn<int>("depth");
         QTest::addColumn<bool>("isRead");
         QTest::newRow("one") << 1 << true;
-        QTest::newRow("one and a half thousand") << 1500 << true;
+        QTest::newRow("five thousand") << 5000 << true;
         QTest::newRow("at the limit") << LvXMLLoader::maximumDepth << true;
         QTest::newRow("beyond the limit") << LvXMLLoader::maximumDepth + 1 << false;
         QTest::newRow("a million") << 1000000 << false;
@@ -176,6 +176,41 @@ private Q_SLOTS:
         QCOMPARE(depthOf(document), isRead ? depth : 0);
         QCOMPARE(LvXMLLoader::parse(QString::fromLatin1(nested(depth)), document), isRead);
         QCOMPARE(depthOf(document), isRead ? depth : 0);
+    }
+
+    void manySiblingsDeepInside_data()
+    {
+        QTest::addColumn<int>("depth");
+        QTest::addColumn<int>("siblings");
+        QTest::addColumn<QByteArray>("sibling");
+        QTest::addColumn<bool>("isRead");
+        QTest::newRow("many, not deep") << 20 << 300000 << QByteArray("<b/>") << true;
+        QTest::newRow("deep, not many") << 9999 << 1000 << QByteArray("<b/>") << true;
+        QTest::newRow("deep and many") << 9999 << 300000 << QByteArray("<b/>") << false;
+        QTest::newRow("deep and many comments") << 9999 << 300000 << QByteArray("<!---->") << false;
+        QTest::newRow("deep and many, from entities") << 9999 << 250 << QByteArray("&e;") << false;
+    }
+
+    void manySiblingsDeepInside()
+    {
+        QFETCH(int, depth);
+        QFETCH(int, siblings);
+        QFETCH(QByteArray, sibling);
+        QFETCH(bool, isRead);
+        QElapsedTimer timer;
+        timer.start();
+        const QByteArray declaration =
+            "<!DOCTYPE a [<!ENTITY e \"" + QByteArray("<b/>").repeated(1000) + "\">]>";
+        QDomDocument document;
+        QString message;
+        QVERIFY2(LvXMLLoader::parse((sibling.startsWith('&') ? declaration : QByteArray())
+                                        + QByteArray("<a>").repeated(depth) + sibling.repeated(siblings)
+                                        + QByteArray("</a>").repeated(depth),
+                                    document, &message)
+                     == isRead,
+                 qUtf8Printable(message));
+        QCOMPARE(message.contains(QStringLiteral("deep")), !isRead);
+        QVERIFY(timer.elapsed() < 20000);
     }
 
     void depthOfUnusualDocuments()

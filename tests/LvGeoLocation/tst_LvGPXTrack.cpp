@@ -874,7 +874,7 @@ void tst_LvGPXTrack::deepEnclaves()
     QDomElement back = parsed(QStringLiteral("<parent/>"));
 
     // A stack that has no room for one frame per level.
-    constexpr uint stackBytes = 128 * 1024;
+    constexpr uint stackBytes = 256 * 1024;
     int depth = 0;
     bool equal = false;
     const std::unique_ptr<QThread> thread(QThread::create([&] {

@@ -507,7 +507,7 @@ void tst_LvTrackSelectionFactoryKmlFile::findCoordinates()
 
 void tst_LvTrackSelectionFactoryKmlFile::deepDocument()
 {
-    constexpr int depth = 1900;
+    constexpr int depth = 5000;
     const QString text =
         documentOf(QStringLiteral("<Folder>").repeated(depth)
                    + QStringLiteral("<Placemark><Point><coordinates>8,50</coordinates></Point>"
