@@ -5,6 +5,7 @@
 #include <QDateTime>
 
 #include <type_traits>
+#include <utility>
 
 /**
  * A closed interval of a type with an order: both ends belong to it.
@@ -23,7 +24,7 @@ class LVCORE_EXPORT LvRange
 {
 public:
     LvRange();
-    LvRange(const T& min, const T& max);
+    LvRange(T min, T max);
     LvRange(const LvRange& other) = default;
     LvRange(LvRange&& other) noexcept = default;
     LvRange& operator=(const LvRange& other) = default;
@@ -82,9 +83,9 @@ LvRange<T>::LvRange()
 }
 
 template <class T>
-LvRange<T>::LvRange(const T& min, const T& max)
-    : myMin(min)
-    , myMax(max)
+LvRange<T>::LvRange(T min, T max)
+    : myMin(std::move(min))
+    , myMax(std::move(max))
 {
 }
 

@@ -2,6 +2,9 @@
 
 #include <QUrlQuery>
 
+#include <algorithm>
+#include <utility>
+
 namespace
 {
 
@@ -14,10 +17,9 @@ constexpr double wholePercent = 100.0;
 
 LvGeoPositionRect::LvGeoPositionRect() = default;
 
-LvGeoPositionRect::LvGeoPositionRect(const LvLatitudeRange& latitudeRange,
-                                     const LvLongitudeRange& longitudeRange)
-    : myLatitudeRange(latitudeRange)
-    , myLongitudeRange(longitudeRange)
+LvGeoPositionRect::LvGeoPositionRect(LvLatitudeRange latitudeRange, LvLongitudeRange longitudeRange)
+    : myLatitudeRange(std::move(latitudeRange))
+    , myLongitudeRange(std::move(longitudeRange))
 {
 }
 
@@ -102,9 +104,9 @@ LvGeoPosition LvGeoPositionRect::center() const
 
 LvGeoArc LvGeoPositionRect::maxExtension() const
 {
-    const LvGeoArc height = north().absDistance(south());
-    const LvGeoArc width = east().absDistance(west());
-    return height > width ? height : width;
+    const double height = north().absDistance(south()).decimalDegrees();
+    const double width = east().absDistance(west()).decimalDegrees();
+    return {std::max(height, width)};
 }
 
 double LvGeoPositionRect::estimatedSize() const
@@ -126,8 +128,8 @@ void LvGeoPositionRect::expandTo(const LvGeoPositionRect& other)
     if (!other.isValid()) {
         return;
     }
-    // A copy: the other area may be this one. East before west, because a crossing range decides step by
-    // step.
+    // East before west, because a crossing range decides step by step.
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization) the other area may be this one
     const LvGeoPositionRect bounds = other;
     myLatitudeRange.expandTo(bounds.north());
     myLatitudeRange.expandTo(bounds.south());

@@ -20,7 +20,7 @@ class LVGEOLOCATION_EXPORT LvGeoPositionRect
 {
 public:
     LvGeoPositionRect();
-    LvGeoPositionRect(const LvLatitudeRange& latitudeRange, const LvLongitudeRange& longitudeRange);
+    LvGeoPositionRect(LvLatitudeRange latitudeRange, LvLongitudeRange longitudeRange);
     /// Takes the corners as they are; spawn() puts them into order.
     LvGeoPositionRect(const LvGeoPosition& southWest, const LvGeoPosition& northEast);
     LvGeoPositionRect(const LvGeoPositionRect& other);

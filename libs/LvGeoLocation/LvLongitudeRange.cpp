@@ -75,7 +75,7 @@ LvLongitude LvLongitudeRange::center() const
     if (!crossesDateLine()) {
         return LvRange<LvLongitude>::center();
     }
-    const LvLongitude middle = (myMin + (myMax + LvLongitude(fullTurnDegrees))) / 2.0;
+    LvLongitude middle = (myMin + (myMax + LvLongitude(fullTurnDegrees))) / 2.0;
     if (middle > LvLongitude(halfTurnDegrees)) {
         return middle - LvLongitude(fullTurnDegrees);
     }
