@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -93,8 +94,8 @@ double rounded(double degrees)
 class FeatureWriter
 {
 public:
-    explicit FeatureWriter(const LvGPXTrack& track)
-        : myTrack(track)
+    explicit FeatureWriter(LvGPXTrack track)
+        : myTrack(std::move(track))
     {
     }
 

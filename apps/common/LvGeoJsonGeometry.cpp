@@ -59,17 +59,26 @@ LvGeoJsonVertex between(const LvGeoJsonVertex& a, const LvGeoJsonVertex& b, doub
     return {x, std::lerp(a.y, b.y, share), std::lerp(a.elevation, b.elevation, share), {}};
 }
 
+/// The edges of copies of the world that lie between two longitudes, from west to east, without these.
+QList<double> edgesBetween(double west, double east)
+{
+    QList<double> edges;
+    double edge = easternEdge(worldOf(west));
+    while (edge < east) {
+        if (edge > west) {
+            edges.append(edge);
+        }
+        edge += fullTurn;
+    }
+    return edges;
+}
+
 /// Appends the vertices at which the edge crosses edges of the world, without its ends.
 void appendCrossings(LvGeoJsonPath& path, const LvGeoJsonVertex& a, const LvGeoJsonVertex& b)
 {
     const double lowest = std::min(a.x, b.x);
     const double highest = std::max(a.x, b.x);
-    QList<double> edges;
-    for (double edge = easternEdge(worldOf(lowest)); edge < highest; edge += fullTurn) {
-        if (edge > lowest) {
-            edges.append(edge);
-        }
-    }
+    QList<double> edges = edgesBetween(lowest, highest);
     if (a.x > b.x) {
         std::reverse(edges.begin(), edges.end());
     }
@@ -444,7 +453,8 @@ QList<LvGeoJsonPolygon> LvGeoJsonGeometry::cutArea(const LvGeoJsonPath& outer,
         east = std::max(east, vertex.x);
     }
     QList<LvGeoJsonPolygon> polygons;
-    for (double edge = easternEdge(worldOf(west)); edge < east; edge += fullTurn) {
+    const QList<double> edges = edgesBetween(west, east);
+    for (const double edge : edges) {
         MeridianCutter cutter(edge);
         for (const LvGeoJsonPath& ring : std::as_const(rings)) {
             cutter.add(ring);

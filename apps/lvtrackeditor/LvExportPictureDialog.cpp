@@ -95,7 +95,7 @@ void LvExportPictureDialog::setFileName(const QString& fileName)
 
 QString LvExportPictureDialog::fileName() const
 {
-    const QString name = QDir::fromNativeSeparators(myFileName->text().trimmed());
+    QString name = QDir::fromNativeSeparators(myFileName->text().trimmed());
     const QStringList suffixes = suffixesOf(*myFormat);
     if (name.isEmpty() || suffixes.contains(QFileInfo(name).suffix().toLower())) {
         return name;

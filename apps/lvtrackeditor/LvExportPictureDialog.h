@@ -43,7 +43,6 @@ public:
     /// Whether a picture is being made.
     [[nodiscard]] bool isBusy() const { return myIsBusy; }
 
-public Q_SLOTS:
     /// Makes the picture; closes the dialogue when it is there.
     void accept() override;
     /// Closes the dialogue without a picture; not while one is being made.

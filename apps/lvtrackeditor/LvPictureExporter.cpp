@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -71,12 +72,12 @@ bool waitForTiles(LvUrlTileSource& source, const LvMapView& view, double paintFa
 
 } // namespace
 
-LvPictureExporter::LvPictureExporter(const LvGPXTrackSelection& shown, const LvMapView& view,
-                                     const QString& mapSource, const QString& attribution)
-    : mySelection(shown)
+LvPictureExporter::LvPictureExporter(LvGPXTrackSelection shown, const LvMapView& view, QString mapSource,
+                                     QString attribution)
+    : mySelection(std::move(shown))
     , myView(view)
-    , myMapSource(mapSource)
-    , myAttribution(attribution)
+    , myMapSource(std::move(mapSource))
+    , myAttribution(std::move(attribution))
 {
 }
 

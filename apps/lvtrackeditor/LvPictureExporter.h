@@ -44,8 +44,8 @@ public:
     /// @param view what the map shows, in its pixels
     /// @param mapSource "builtin", "none", a folder, an MBTiles file or the address of a tile server
     /// @param attribution the notice on the map; empty for the one that comes with the map
-    LvPictureExporter(const LvGPXTrackSelection& shown, const LvMapView& view, const QString& mapSource,
-                      const QString& attribution);
+    LvPictureExporter(LvGPXTrackSelection shown, const LvMapView& view, QString mapSource,
+                      QString attribution);
 
     /// Size of what the map shows.
     [[nodiscard]] QSize shownSize() const { return myView.size(); }

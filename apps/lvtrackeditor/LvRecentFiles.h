@@ -21,7 +21,8 @@ public:
     ~LvRecentFiles() override;
 
     /// Absolute names, without those whose files are gone; these come back when their files do.
-    [[nodiscard]] QStringList fileNames() const;
+    /// Not static: where they are kept is nobody's business.
+    [[nodiscard]] QStringList fileNames() const; // NOLINT(readability-convert-member-functions-to-static)
 
     /// Puts the file at the first place; the last one may fall out.
     void add(const QString& fileName);

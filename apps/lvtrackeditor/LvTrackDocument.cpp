@@ -8,6 +8,7 @@
 #include <QUndoCommand>
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace
@@ -21,7 +22,7 @@ using PropertySet = unsigned int;
 
 PropertySet changedProperties(const LvGPXTrackConfiguration& before, const LvGPXTrackConfiguration& after)
 {
-    const bool changes[] = {
+    const std::array changes{
         before.lineColor() != after.lineColor(),
         before.lineWidth() != after.lineWidth(),
         before.penStyle() != after.penStyle(),
@@ -91,11 +92,11 @@ class LvTrackDocument::Change : public QUndoCommand
 public:
     enum Kind : int { Single = -1, CroppingOpacity = 1, Configuration = 2 }; // -1: never merged
 
-    Change(LvTrackDocument* document, const LvTrackDocumentContent& after, const QString& undoText)
+    Change(LvTrackDocument* document, LvTrackDocumentContent after, const QString& undoText)
         : QUndoCommand(undoText)
         , myDocument(document)
         , myBefore(document->myContent)
-        , myAfter(after)
+        , myAfter(std::move(after))
     {
     }
 

@@ -144,7 +144,7 @@ QString LvTrackDocumentFile::write(const LvTrackDocumentContent& content, const 
     const LvGPXConfiguredTrackList tracks = content.selection.tracks();
     const bool hasFiles = storage == TrackStorage::SeparateFiles;
     for (qsizetype row = 0; hasFiles && row < tracks.count(); ++row) {
-        const QString errorText = ensureTrackFile(tracks.at(row).track(), directory);
+        QString errorText = ensureTrackFile(tracks.at(row).track(), directory);
         if (!errorText.isEmpty()) {
             return errorText;
         }
