@@ -22,6 +22,16 @@ if(LV_SANITIZE)
   endif()
 endif()
 
+# lv_precompile(<target> <header>...)
+#
+# With LV_PRECOMPILE_HEADERS the headers of the toolkit are compiled once for the target, which more than halves the
+# time of a build from nothing. Off by default: compiler caches and clang-tidy do better without.
+function(lv_precompile target)
+  if(LV_PRECOMPILE_HEADERS)
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
 # lv_add_library(<name> HEADERS <file>... [SOURCES <file>...] [LINK <public target>...] [LINK_PRIVATE <target>...])
 #
 # Makes the shared library Lv<name> with the alias Lv::<name>: generated export header, hidden visibility, public
@@ -68,9 +78,20 @@ endfunction()
 # One Qt Test program per name, from <name>.cpp; headless, with a settings store and a home of its own.
 function(lv_add_tests)
   cmake_parse_arguments(arg "" "LIBRARY" "TESTS;LINK" ${ARGN})
+  list(LENGTH arg_TESTS count)
+  set(precompiled "")
   foreach(test IN LISTS arg_TESTS)
     add_executable(${test} ${test}.cpp)
     target_link_libraries(${test} PRIVATE ${arg_LIBRARY} ${arg_LINK} LvTestSupport lv_build_options)
+    if(LV_PRECOMPILE_HEADERS AND count GREATER 3)
+      # Tests of one call are built alike, so that they can share what the first one compiles.
+      if(precompiled)
+        target_precompile_headers(${test} REUSE_FROM ${precompiled})
+      else()
+        lv_precompile(${test} <QtTest/QtTest> <QtWidgets/QtWidgets> <QtXml/QtXml>)
+        set(precompiled ${test})
+      endif()
+    endif()
     add_test(NAME ${arg_LIBRARY}.${test} COMMAND ${test})
     set_tests_properties(
       ${arg_LIBRARY}.${test}

@@ -88,17 +88,18 @@ public:
     [[nodiscard]] E value() const { return myValue; }
 
     /// The key strings of the enumeration: one table per enumeration for the whole process, made by the first
-    /// call and never freed. Safe to call from any thread. Must not be called from fillTable().
-    [[nodiscard]] const LvEnumToStringTable<E>* enumToStringTable() const
+    /// call and never freed, to be read only from then on. Safe to call from any thread. Must not be called
+    /// from fillTable().
+    [[nodiscard]] LvEnumToStringTable<E>* enumToStringTable() const
     {
-        static std::atomic<const LvEnumToStringTable<E>*> myTable = nullptr;
+        static std::atomic<LvEnumToStringTable<E>*> myTable = nullptr;
         static QMutex
             theMutex; // NOLINT(readability-identifier-naming) guards myTable, it is no part of a state
-        if (const auto* table = myTable.load(std::memory_order_acquire)) {
+        if (auto* table = myTable.load(std::memory_order_acquire)) {
             return table;
         }
         const QMutexLocker locker(&theMutex);
-        if (const auto* table = myTable.load(std::memory_order_relaxed)) {
+        if (auto* table = myTable.load(std::memory_order_relaxed)) {
             return table;
         }
         // Published only when it is complete: an exception out of fillTable() leaves no table behind.
