@@ -223,6 +223,10 @@
         <source>Das Dokument ist leer.</source>
         <translation>The document is empty.</translation>
     </message>
+    <message>
+        <source>Die Elemente sind zu tief geschachtelt.</source>
+        <translation>The elements are nested too deeply.</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>

@@ -39,6 +39,26 @@ bool refuse(const QString& reason, const QFileInfo& file, QStringList* errorHist
     return false;
 }
 
+/// Whether elements lie deeper inside each other than the toolkit can write: it goes down by recursion.
+bool isTooDeep(const QDomDocument& document)
+{
+    int depth = 1;
+    QDomElement element = document.documentElement();
+    while (!element.isNull() && depth <= LvXMLBuilder::maximumDepth) {
+        QDomElement next = element.firstChildElement();
+        depth += next.isNull() ? 0 : 1;
+        while (next.isNull() && !element.isNull()) {
+            next = element.nextSiblingElement();
+            if (next.isNull()) {
+                element = element.parentNode().toElement();
+                --depth;
+            }
+        }
+        element = next;
+    }
+    return !element.isNull();
+}
+
 QByteArray encode(const QDomDocument& document)
 {
     QString text;
@@ -96,6 +116,10 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& file,
     if (document.documentElement().isNull()) {
         return refuse(QCoreApplication::translate("LvXMLBuilder", "Das Dokument ist leer."), file,
                       errorHistory);
+    }
+    if (isTooDeep(document)) {
+        return refuse(QCoreApplication::translate("LvXMLBuilder", "Die Elemente sind zu tief geschachtelt."),
+                      file, errorHistory);
     }
     QSaveFile output(file.absoluteFilePath());
     if (!output.open(QIODevice::WriteOnly)) {

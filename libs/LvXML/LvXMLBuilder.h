@@ -25,6 +25,10 @@ class LVXML_EXPORT LvXMLBuilder
 public:
     LvXMLBuilder() = delete;
 
+    /// The deepest nesting of elements that is saved; the document element has depth 1. The toolkit takes
+    /// about two kilobytes of the stack for each level.
+    static constexpr int maximumDepth = 2000;
+
     /// Appends an empty child element to the parent and returns it; a null element when the parent is null.
     /// Elements are handles: the document changes though the handle is constant.
     static QDomElement buildDomElement(const QDomElement& parent, const QString& name);
@@ -42,9 +46,9 @@ public:
 
     /// Writes the document as UTF-8 text; an XML declaration in it is rewritten to say so. The text goes into
     /// a temporary file that takes the place of the file when it is complete: until then, and after a
-    /// failure, an older file of that name stays as it was. False when the file could not be written or the
-    /// document has no root element; the reason, a sentence for the user, is then appended to the error
-    /// history when one is given.
+    /// failure, an older file of that name stays as it was. False when the file could not be written, and
+    /// when the document has no root element or is nested too deeply; the reason, a sentence for the user, is
+    /// then appended to the error history when one is given.
     static bool saveUTF8(const QDomDocument& document, const QFileInfo& file,
                          QStringList* errorHistory = nullptr);
 

@@ -84,6 +84,7 @@ private Q_SLOTS:
     void failureSaysWhy();
     void failureWithoutHistory();
     void emptyDocumentIsNotWritten();
+    void deepDocumentIsNotWritten();
 
 private:
     QScopedPointer<QTemporaryDir> myDirectory;
@@ -419,6 +420,25 @@ void tst_LvXMLBuilder::emptyDocumentIsNotWritten()
     QVERIFY(!LvXMLBuilder::saveUTF8(QDomDocument(), QFileInfo(path), &errors));
     QCOMPARE(contentOf(path), QByteArray("older"));
     QCOMPARE(errors.size(), 1);
+}
+
+void tst_LvXMLBuilder::deepDocumentIsNotWritten()
+{
+    const QString path = myDirectory->filePath("track.gpx");
+    QDomDocument document;
+    QDomElement element = LvXMLBuilder::buildRootElement(document, "root");
+    for (int depth = 2; depth <= LvXMLBuilder::maximumDepth; ++depth) {
+        LvXMLBuilder::buildDomElement(element, "sibling");
+        element = LvXMLBuilder::buildDomElement(element, "child");
+    }
+    QVERIFY(LvXMLBuilder::saveUTF8(document, QFileInfo(path)));
+    const QByteArray deepest = contentOf(path);
+    QVERIFY(deepest.size() > LvXMLBuilder::maximumDepth);
+    LvXMLBuilder::buildDomElement(element, "child");
+    QStringList errors;
+    QVERIFY(!LvXMLBuilder::saveUTF8(document, QFileInfo(path), &errors));
+    QVERIFY(errors.join(' ').endsWith("Die Elemente sind zu tief geschachtelt."));
+    QCOMPARE(contentOf(path), deepest);
 }
 
 LV_TEST_MAIN(tst_LvXMLBuilder)
