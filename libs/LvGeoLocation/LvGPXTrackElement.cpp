@@ -1,12 +1,6 @@
 #include "LvGPXTrackElement.h"
 
-namespace
-{
-
-// The point itself and seven digits: about a centimetre on the ground.
-constexpr qsizetype keptFromPoint = 8;
-
-} // namespace
+#include "LvKmlTuples.h"
 
 LvGPXTrackElement::LvGPXTrackElement() = default;
 LvGPXTrackElement::LvGPXTrackElement(const LvGPXTrackElement& other) = default;
@@ -37,7 +31,5 @@ LvRange<QDateTime> LvGPXTrackElement::timeFrame() const
 
 double LvGPXTrackElement::safeDouble(const QString& text)
 {
-    // Without a point the index is -1, which leaves seven characters. Files depend on that, so it stays.
-    const qsizetype keptLength = text.indexOf(QLatin1Char('.')) + keptFromPoint;
-    return (text.size() > keptLength ? text.left(keptLength) : text).toDouble();
+    return LvKmlTuples::safeDouble(text);
 }

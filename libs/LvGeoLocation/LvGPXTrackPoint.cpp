@@ -3,14 +3,13 @@
 #include "LvGPXTrackPointImpl.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
+#include "LvKmlTuples.h"
 #include "LvLatitude.h"
 #include "LvLongitude.h"
 #include "LvXMLBuilder.h"
 #include "LvXMLParser.h"
 
 #include <QDomElement>
-#include <QRegularExpression>
-#include <QStringList>
 
 #include <algorithm>
 #include <cmath>
@@ -23,7 +22,6 @@ namespace
 constexpr double missingCoordinateDegrees = 1.0;
 
 constexpr int xmlSignificantDigits = 10;
-constexpr int kmlDecimals = 10;
 
 int wholeMetres(double elevation)
 {
@@ -39,12 +37,6 @@ int wholeMetres(double elevation)
 QString xmlDegrees(const LvGeoArc& angle)
 {
     return QString::number(angle.decimalDegrees(), 'g', xmlSignificantDigits);
-}
-
-QString kmlDegrees(const LvGeoArc& angle)
-{
-    static const QRegularExpression myTrailingZeros(QStringLiteral("0+$"));
-    return QString::number(angle.decimalDegrees(), 'f', kmlDecimals).remove(myTrailingZeros);
 }
 
 LvGPXTrackPointImpl* readElement(const QDomElement& element)
@@ -87,16 +79,7 @@ LvGPXTrackPoint::~LvGPXTrackPoint() = default;
 
 LvGPXTrackPoint LvGPXTrackPoint::decodeKml(const QString& text)
 {
-    const QStringList fields = text.split(QLatin1Char(','));
-    const double longitude = safeDouble(fields.value(0));
-    const double latitude = safeDouble(fields.value(1));
-    // What is no number converts to 0, a missing elevation as well.
-    const int elevation = fields.value(2).toInt();
-    QDateTime timeStamp;
-    if (fields.size() > 3) {
-        timeStamp = QDateTime::fromSecsSinceEpoch(fields.at(3).toLongLong(), Qt::UTC);
-    }
-    return {LvGeoPosition(LvLatitude(latitude), LvLongitude(longitude)), elevation, timeStamp, QString()};
+    return LvKmlTuples::decodePoint(text);
 }
 
 LvGeoPositionList LvGPXTrackPoint::allPoints() const
@@ -182,14 +165,5 @@ void LvGPXTrackPoint::toXml(QDomElement& parent) const
 
 QString LvGPXTrackPoint::toKml() const
 {
-    const LvGeoPosition& position = myImpl->position();
-    const QDateTime& timeStamp = myImpl->timeStamp();
-    QString tuple = kmlDegrees(position.longitude()) + QLatin1Char(',') + kmlDegrees(position.latitude());
-    if (elevation() != 0 || timeStamp.isValid()) {
-        tuple += QLatin1Char(',') + QString::number(elevation());
-    }
-    if (timeStamp.isValid()) {
-        tuple += QLatin1Char(',') + QString::number(timeStamp.toMSecsSinceEpoch());
-    }
-    return tuple;
+    return LvKmlTuples::encode(*this);
 }

@@ -4,15 +4,13 @@
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
 #include "LvIntRange.h"
+#include "LvKmlTuples.h"
 #include "LvXMLBuilder.h"
 
 #include <QDomElement>
-#include <QRegularExpression>
-#include <QStringList>
 
 #include <algorithm>
 #include <functional>
-#include <utility>
 
 namespace
 {
@@ -62,18 +60,7 @@ LvGPXTrackSegment LvGPXTrackSegment::decodeKml(const QString& text)
 
 QList<LvGPXTrackPoint> LvGPXTrackSegment::decodeTrackPoints(const QString& text)
 {
-    static const QRegularExpression myWhiteSpace(QStringLiteral("\\s+"));
-    QList<LvGPXTrackPoint> points;
-    const QStringList tuples = text.split(myWhiteSpace);
-    points.reserve(tuples.size());
-    for (const QString& tuple : tuples) {
-        // An empty part decodes to 0/0 too, so this one test drops both.
-        LvGPXTrackPoint point = LvGPXTrackPoint::decodeKml(tuple);
-        if (!point.isNull()) {
-            points.append(std::move(point));
-        }
-    }
-    return points;
+    return LvKmlTuples::decodePoints(text);
 }
 
 bool LvGPXTrackSegment::weAreaRunningInMainThread()
@@ -181,10 +168,5 @@ void LvGPXTrackSegment::toXml(QDomElement& parent) const
 
 QString LvGPXTrackSegment::toKml() const
 {
-    QStringList tuples;
-    tuples.reserve(myTrackPoints.size());
-    for (const LvGPXTrackPoint& point : myTrackPoints) {
-        tuples.append(point.toKml());
-    }
-    return tuples.join(QLatin1Char('\n'));
+    return LvKmlTuples::encode(myTrackPoints);
 }
