@@ -1,13 +1,13 @@
 #include "LvGPXTrack.h"
 
 #include "LvEnumToStringTable.h"
+#include "LvGPXContentBuilder.h"
 #include "LvGPXTrackFileRegistry.h"
 #include "LvGPXTrackFileRegistryKey.h"
 #include "LvGPXTrackImpl.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
 #include "LvXMLBuilder.h"
-#include "LvXMLLoader.h"
 
 #include <QDomDocument>
 #include <QDomElement>
@@ -35,73 +35,6 @@ LvGeoPosition firstPosition(const LvGPXTrack& track)
     }
     return {};
 }
-
-/// One walk over the children of a track element. Enclaves are only collected: their owner reads them later.
-class ElementReader
-{
-public:
-    explicit ElementReader(LvGPXTrackImpl* track)
-        : myTrack(track)
-    {
-    }
-
-    [[nodiscard]] const QString& includedFileName() const { return myIncludedFileName; }
-
-    [[nodiscard]] const QList<QDomElement>& enclaves() const { return myEnclaves; }
-
-    void read(const QDomElement& element, const QDir& dir)
-    {
-        for (QDomElement child = element.firstChildElement(); !child.isNull();
-             child = child.nextSiblingElement()) {
-            readChild(child, dir);
-        }
-        if (myTrack->shape().value() == LvGPXTrackShapeEnum::automatic) {
-            myTrack->setShape(LvGPXTrack::autoDetectShape(myTrack->segments()));
-        }
-    }
-
-private:
-    void readChild(const QDomElement& child, const QDir& dir)
-    {
-        const QString name = child.tagName();
-        if (name == QLatin1String("include")) {
-            readInclude(child.text(), dir);
-        } else if (name == QLatin1String("name")) {
-            myTrack->setName(child.text());
-        } else if (name == QLatin1String("desc")) {
-            myTrack->setDescription(child.text());
-        } else if (name == QLatin1String("shape")) {
-            myTrack->setShape(LvGPXTrackShape(child.text()));
-        } else if (name == QLatin1String("rtept") || name == QLatin1String("trkseg")) {
-            myTrack->addSegment(LvGPXTrackSegment(child));
-        } else if (name == QLatin1String("enclaves")) {
-            collectEnclaves(child);
-        }
-    }
-
-    void readInclude(const QString& fileName, const QDir& dir)
-    {
-        if (isEmptyDirectory(dir)) {
-            return;
-        }
-        const QDomElement root = LvXMLLoader::loadDocumentElement(QFileInfo(dir, fileName));
-        // The empty directory keeps the included file from including others.
-        read(root.firstChildElement(QStringLiteral("trk")), QDir(QString()));
-        myIncludedFileName = fileName;
-    }
-
-    void collectEnclaves(const QDomElement& element)
-    {
-        for (QDomElement child = element.firstChildElement(); !child.isNull();
-             child = child.nextSiblingElement()) {
-            myEnclaves.append(child);
-        }
-    }
-
-    LvGPXTrackImpl* myTrack;
-    QString myIncludedFileName;
-    QList<QDomElement> myEnclaves;
-};
 
 } // namespace
 
@@ -299,43 +232,13 @@ bool LvGPXTrack::operator>(const LvGPXTrack& other) const
 
 void LvGPXTrack::fromXml(const QDomElement& element, const QDir& dir)
 {
-    struct Nested {
-        QDomElement element;
-        qsizetype owner; // index of the track around it, -1 for this one
-        LvGPXTrack track;
-        QList<LvGPXTrack> enclaves;
-    };
-
-    QList<Nested> tree;
-    const auto read = [&tree](ElementReader& reader, const QDomElement& trk, const QDir& directory,
-                              qsizetype index) {
-        reader.read(trk, directory);
-        for (const QDomElement& enclave : reader.enclaves()) {
-            tree.append({enclave, index, LvGPXTrack(), {}});
-        }
-    };
-
-    ElementReader reader(myImpl.data());
-    read(reader, element, dir, -1);
-    // Breadth first, so that every track stands behind its owner; then from the end, so that every track is
-    // complete when its owner takes it.
-    for (qsizetype index = 0; index < tree.size(); ++index) {
-        LvGPXTrack track;
-        ElementReader enclaveReader(track.myImpl.data());
-        read(enclaveReader, QDomElement(tree.at(index).element), QDir(QString()), index);
-        tree[index].track = std::move(track);
-    }
-    QList<LvGPXTrack> enclaves;
-    for (qsizetype index = tree.size() - 1; index >= 0; --index) {
-        Nested nested = tree.takeLast();
-        nested.track.setEnclaves(nested.enclaves);
-        (nested.owner < 0 ? enclaves : tree[nested.owner].enclaves).prepend(std::move(nested.track));
-    }
-    myImpl->setEnclaves(this->enclaves() + enclaves);
-
-    if (!reader.includedFileName().isEmpty()) {
+    LvGPXContentBuilder content(dir);
+    content.beginWith(*this);
+    content.addElement(element, LvGPXContent::GivenTrack);
+    *this = content.track();
+    if (!content.includedFileName().isEmpty()) {
         LvGPXTrackFileRegistry::instance()->registerFile(LvGPXTrackFileRegistryKey(*this, dir),
-                                                         reader.includedFileName());
+                                                         content.includedFileName());
     }
 }
 

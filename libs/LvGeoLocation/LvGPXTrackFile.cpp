@@ -1,6 +1,7 @@
 #include "LvGPXTrackFile.h"
 
-#include "LvXMLLoader.h"
+#include "LvGPXContentBuilder.h"
+#include "LvGPXDocumentReader.h"
 
 #include <QDir>
 #include <QDomElement>
@@ -8,12 +9,32 @@
 
 #include <utility>
 
+namespace
+{
+
+/// The valid ones; each of them all counts, and names itself by its number where it has no name.
+QList<LvGPXTrack> validTracks(QList<LvGPXTrack> tracks, int& counter, const QFileInfo& file)
+{
+    for (LvGPXTrack& track : tracks) {
+        ++counter;
+        if (track.isValid() && track.name().isEmpty()) {
+            // Both texts in one call: a file may be called "%2".
+            track.setName(QStringLiteral("%1 %2").arg(file.baseName(), QString::number(counter)));
+        }
+    }
+    tracks.removeIf([](const LvGPXTrack& track) { return !track.isValid(); });
+    return tracks;
+}
+
+} // namespace
+
 LvGPXTrackFile::LvGPXTrackFile(const QFileInfo& file)
 {
-    const QDomElement root = LvXMLLoader::loadDocumentElement(file);
+    LvGPXContentBuilder content;
+    LvGPXDocumentReader::read(file, LvGPXContent::File, content);
     int counter = 0;
-    myTracks = readTracks(root, QStringLiteral("trk"), counter, file);
-    myTracks += readTracks(root, QStringLiteral("rte"), counter, file);
+    myTracks = validTracks(content.tracks(), counter, file);
+    myTracks += validTracks(content.routes(), counter, file);
 }
 
 LvGPXTrackFile::LvGPXTrackFile(const LvGPXTrackFile& other) = default;
@@ -39,16 +60,7 @@ QList<LvGPXTrack> LvGPXTrackFile::readTracks(QDomElement root, const QString& ta
     QList<LvGPXTrack> tracks;
     for (QDomElement element = root.firstChildElement(tagName); !element.isNull();
          element = element.nextSiblingElement(tagName)) {
-        ++counter;
-        LvGPXTrack track(element, noIncludes);
-        if (!track.isValid()) {
-            continue;
-        }
-        if (track.name().isEmpty()) {
-            // Both texts in one call: a file may be called "%2".
-            track.setName(QStringLiteral("%1 %2").arg(file.baseName(), QString::number(counter)));
-        }
-        tracks.append(std::move(track));
+        tracks.append(LvGPXTrack(element, noIncludes));
     }
-    return tracks;
+    return validTracks(std::move(tracks), counter, file);
 }

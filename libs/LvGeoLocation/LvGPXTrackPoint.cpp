@@ -1,56 +1,22 @@
 #include "LvGPXTrackPoint.h"
 
+#include "LvGPXContentBuilder.h"
 #include "LvGPXTrackPointImpl.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
 #include "LvKmlTuples.h"
-#include "LvLatitude.h"
-#include "LvLongitude.h"
 #include "LvXMLBuilder.h"
-#include "LvXMLParser.h"
 
 #include <QDomElement>
-
-#include <algorithm>
-#include <cmath>
-#include <limits>
 
 namespace
 {
 
-// A point without coordinates is put where nobody takes it for "not set", as 0/0 would be.
-constexpr double missingCoordinateDegrees = 1.0;
-
 constexpr int xmlSignificantDigits = 10;
-
-int wholeMetres(double elevation)
-{
-    if (std::isnan(elevation)) {
-        return 0;
-    }
-    // Outside the range of an int the conversion would be undefined.
-    constexpr double lowest = std::numeric_limits<int>::min();
-    constexpr double highest = std::numeric_limits<int>::max();
-    return static_cast<int>(std::clamp(elevation, lowest, highest));
-}
 
 QString xmlDegrees(const LvGeoArc& angle)
 {
     return QString::number(angle.decimalDegrees(), 'g', xmlSignificantDigits);
-}
-
-LvGPXTrackPointImpl* readElement(const QDomElement& element)
-{
-    const double latitude =
-        LvXMLParser::doubleAttribute(element, QStringLiteral("lat"), missingCoordinateDegrees);
-    const double longitude =
-        LvXMLParser::doubleAttribute(element, QStringLiteral("lon"), missingCoordinateDegrees);
-    const QDateTime timeStamp =
-        LvXMLParser::dateTimeText(element, QStringLiteral("time"), Qt::ISODate, QDateTime());
-    const int elevation = wholeMetres(LvXMLParser::doubleText(element, QStringLiteral("ele"), 0.0));
-    const QString description = LvXMLParser::text(element, QStringLiteral("desc"), QString());
-    return new LvGPXTrackPointImpl(LvGeoPosition(LvLatitude(latitude), LvLongitude(longitude)), elevation,
-                                   timeStamp, description);
 }
 
 } // namespace
@@ -67,8 +33,10 @@ LvGPXTrackPoint::LvGPXTrackPoint(const LvGeoPosition& position, int elevation, c
 }
 
 LvGPXTrackPoint::LvGPXTrackPoint(const QDomElement& element)
-    : myImpl(readElement(element))
 {
+    LvGPXContentBuilder content;
+    content.addElement(element, LvGPXContent::Point);
+    *this = content.points().first();
 }
 
 LvGPXTrackPoint::LvGPXTrackPoint(const LvGPXTrackPoint& other) = default;

@@ -1,6 +1,7 @@
 #include "LvGPXTrackSegment.h"
 
 #include "LvConcurrent.h"
+#include "LvGPXContentBuilder.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
 #include "LvIntRange.h"
@@ -34,17 +35,9 @@ LvGPXTrackSegment::LvGPXTrackSegment(const LvGPXTrackPoint& point)
 
 LvGPXTrackSegment::LvGPXTrackSegment(const QDomElement& element)
 {
-    for (QDomElement child = element.firstChildElement(); !child.isNull();
-         child = child.nextSiblingElement()) {
-        const QString name = child.tagName();
-        if (name == QLatin1String("compressedPoints")) {
-            myTrackPoints += decodeTrackPoints(child.text());
-        } else if (name == QLatin1String("trkpt")) {
-            myTrackPoints.emplace_back(child);
-        } else if (name == QLatin1String("extensions")) {
-            decodeGarminGPX(child);
-        }
-    }
+    LvGPXContentBuilder content;
+    content.addElement(element, LvGPXContent::Segment);
+    myTrackPoints = content.points();
 }
 
 LvGPXTrackSegment::LvGPXTrackSegment(const LvGPXTrackSegment& other) = default;
@@ -152,12 +145,9 @@ bool LvGPXTrackSegment::operator==(const LvGPXTrackSegment& other) const
 void LvGPXTrackSegment::decodeGarminGPX(
     QDomElement extensions) // NOLINT(performance-unnecessary-value-param) see header
 {
-    const QString pointTag = QStringLiteral("gpxx:rpt");
-    const QDomElement extension = extensions.firstChildElement(QStringLiteral("gpxx:RoutePointExtension"));
-    for (QDomElement point = extension.firstChildElement(pointTag); !point.isNull();
-         point = point.nextSiblingElement(pointTag)) {
-        myTrackPoints.emplace_back(point);
-    }
+    LvGPXContentBuilder content;
+    content.addElement(extensions, LvGPXContent::Extensions);
+    myTrackPoints += content.points();
 }
 
 void LvGPXTrackSegment::toXml(QDomElement& parent) const
