@@ -271,7 +271,7 @@ const char* LvGPXScanner::scanText(const char* here)
     if (*here == '<') {
         return here; // pieces of blanks do not count
     }
-    bool isPlain = true;
+    bool isPlain = std::find(begin, here, '\r') == here;
     for (;;) {
         while (textClass(*here) == Plain) {
             ++here;
