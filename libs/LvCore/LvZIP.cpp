@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <utility>
 #include <zip.h>
 
@@ -11,6 +12,21 @@ namespace
 {
 
 constexpr qsizetype chunkSize = qsizetype(64) << 10;
+
+// Behind the directory stand its end record and a comment; in front of those, in archives of more entries
+// than the end record can count, a locator of 20 bytes.
+constexpr qsizetype longestEnd = 20 + 22 + 65535;
+
+/// Whether the archive is of the kind that holds any number of entries.
+bool hasLargeDirectory(const QFileInfo& file)
+{
+    QFile device(file.filePath());
+    if (!device.open(QIODevice::ReadOnly)) {
+        return false;
+    }
+    device.seek(std::max<qint64>(0, device.size() - longestEnd));
+    return device.read(longestEnd).contains(QByteArrayView("PK\x06\x07", 4));
+}
 
 struct LvDiscardArchive {
     void operator()(zip_t* archive) const { zip_discard(archive); } // nothing was changed: nothing to write
@@ -87,7 +103,7 @@ LvZIP::~LvZIP() = default;
 bool LvZIP::open(int mode)
 {
     close();
-    if (mode != readMode || !LvFileHandler::isReadableRegularFile(myFile)) {
+    if (mode != readMode || !LvFileHandler::isReadableRegularFile(myFile) || hasLargeDirectory(myFile)) {
         return false;
     }
     zip_t* archive = zip_open(QFile::encodeName(myFile.absoluteFilePath()).constData(), ZIP_RDONLY, nullptr);

@@ -23,6 +23,10 @@ public:
     /// An entry that unpacks to more than this (256 MiB) is refused.
     static constexpr qint64 maximumEntrySize = qint64(256) << 20;
 
+    /// An archive with more entries is refused: each costs some hundred bytes of memory before anything is
+    /// read.
+    static constexpr int maximumEntryCount = 65535;
+
     /// An archive that is not open yet.
     explicit LvZIP(const QFileInfo& file);
     Q_DISABLE_COPY(LvZIP)
@@ -30,8 +34,9 @@ public:
     LvZIP& operator=(LvZIP&& other) noexcept;
     ~LvZIP();
 
-    /// Opens the archive and reads its directory. False when the file is not regular, not readable or no
-    /// archive, and for every mode but readMode. An archive that is open already is closed first.
+    /// Opens the archive and reads its directory. False when the file is not regular, not readable, no
+    /// archive or one of too many entries, and for every mode but readMode. An archive that is open already
+    /// is closed first.
     bool open(int mode = readMode);
 
     [[nodiscard]] bool isOpen() const;

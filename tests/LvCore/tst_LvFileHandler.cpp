@@ -6,8 +6,16 @@
 #include <QFileInfo>
 #include <QStringEncoder>
 #include <QTemporaryDir>
+#include <QThread>
 
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <memory>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
+#include <unistd.h>
 
 namespace
 {
@@ -81,6 +89,11 @@ private Q_SLOTS:
         QTest::newRow("pipe that nobody writes") << pipe;
         QTest::newRow("link to a pipe") << link;
         QTest::newRow("dangling link") << dangling;
+        QTest::newRow("socket") << socketPath();
+        QTest::newRow("link to itself") << loopPath();
+        QTest::newRow("name that is too long") << myDirectory.filePath(QString(300, u'x'));
+        QTest::newRow("path that is too long") << myDirectory.filePath(QStringLiteral("x/").repeated(5000));
+        QTest::newRow("name with a null character") << myDirectory.filePath(QString(QChar(0)));
         QTest::newRow("endless device") << QStringLiteral("/dev/zero");
         QTest::newRow("too large") << huge.fileName();
         QTest::newRow("no name") << QString();
@@ -94,6 +107,59 @@ private Q_SLOTS:
         QVERIFY(!LvFileHandler::readBytes(QFileInfo(path)).has_value());
         QCOMPARE(LvFileHandler::readTextFile(QFileInfo(path)), QStringList());
         QVERIFY(timer.elapsed() < 5000);
+    }
+
+    void changingWhileRead_data()
+    {
+        QTest::addColumn<QString>("change");
+        QTest::newRow("written in place") << "in place";
+        QTest::newRow("vanishing") << "vanishing";
+        QTest::newRow("replaced") << "replaced";
+    }
+
+    void changingWhileRead()
+    {
+        QFETCH(QString, change);
+        const QString path = myDirectory.filePath(QStringLiteral("changing"));
+        const QByteArray shorter(70'000, 'a');
+        const QByteArray longer(300'000, 'b');
+        QVERIFY(write(path, shorter));
+        std::atomic<bool> isOver = false;
+        const std::unique_ptr<QThread> writer(QThread::create([&] {
+            for (int turn = 0; !isOver; ++turn) {
+                const QByteArray& content = turn % 2 == 0 ? longer : shorter;
+                if (change == QLatin1String("replaced")) {
+                    write(path + QLatin1Char('2'), content);
+                    ::rename(QFile::encodeName(path + QLatin1Char('2')).constData(),
+                             QFile::encodeName(path).constData());
+                } else {
+                    if (change == QLatin1String("vanishing")) {
+                        QFile::remove(path);
+                    }
+                    write(path, content);
+                }
+            }
+        }));
+        writer->start();
+        int read = 0;
+        bool isSane = true;
+        QElapsedTimer timer;
+        timer.start();
+        while (timer.elapsed() < 500) {
+            const std::optional<QByteArray> bytes = LvFileHandler::readBytes(QFileInfo(path));
+            if (bytes) {
+                ++read;
+                const qsizetype known = bytes->count('a') + bytes->count('b');
+                isSane = isSane && known == bytes->size() && bytes->size() <= longer.size();
+                // A file that is replaced in one step is one of the two, whole.
+                isSane =
+                    isSane && (change != QLatin1String("replaced") || *bytes == shorter || *bytes == longer);
+            }
+        }
+        isOver = true;
+        QVERIFY(writer->wait(10000));
+        QVERIFY(isSane);
+        QVERIFY(read > 0);
     }
 
     void filesWithoutEndAreEmpty()
@@ -132,6 +198,35 @@ private Q_SLOTS:
     }
 
 private:
+    static bool write(const QString& path, const QByteArray& bytes)
+    {
+        QFile file(path);
+        return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write(bytes) == bytes.size();
+    }
+
+    /// A socket that somebody has bound, and that nobody answers.
+    QString socketPath()
+    {
+        const QString path = myDirectory.filePath(QStringLiteral("socket"));
+        const QByteArray name = QFile::encodeName(path);
+        sockaddr_un address = {};
+        address.sun_family = AF_UNIX;
+        if (name.size() < static_cast<qsizetype>(sizeof address.sun_path)) {
+            std::copy(name.begin(), name.end(), address.sun_path);
+            const int socket = ::socket(AF_UNIX, SOCK_STREAM, 0);
+            ::bind(socket, reinterpret_cast<const sockaddr*>(&address), sizeof address);
+            ::close(socket);
+        }
+        return path;
+    }
+
+    QString loopPath()
+    {
+        const QString path = myDirectory.filePath(QStringLiteral("loop"));
+        ::symlink("loop", QFile::encodeName(path).constData());
+        return path;
+    }
+
     QTemporaryDir myDirectory;
 };
 

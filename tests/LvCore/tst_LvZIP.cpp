@@ -263,6 +263,31 @@ private Q_SLOTS:
         }
     }
 
+    void manyEntries_data()
+    {
+        QTest::addColumn<int>("count");
+        QTest::addColumn<bool>("opens");
+        QTest::newRow("at the limit") << LvZIP::maximumEntryCount << true;
+        QTest::newRow("beyond the limit") << LvZIP::maximumEntryCount + 1 << false;
+    }
+
+    void manyEntries()
+    {
+        QFETCH(int, count);
+        QFETCH(bool, opens);
+        QFile::remove(myPath);
+        zip_t* archive = zip_open(QFile::encodeName(myPath).constData(), ZIP_CREATE, nullptr);
+        for (int index = 0; index < count; ++index) {
+            zip_source_t* source = zip_source_buffer(archive, "x", 1, 0);
+            const zip_int64_t entry = zip_file_add(archive, QByteArray::number(index).constData(), source, 0);
+            zip_set_file_compression(archive, static_cast<zip_uint64_t>(entry), ZIP_CM_STORE, 0);
+        }
+        QCOMPARE(zip_close(archive), 0);
+        LvZIP zip{QFileInfo(myPath)};
+        QCOMPARE(zip.open(), opens);
+        QCOMPARE(zip.getFileNameList().size(), opens ? count : 0);
+    }
+
     void corpus()
     {
         const QString corpus = LvTest::corpusDirectory();
