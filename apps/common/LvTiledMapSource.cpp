@@ -102,6 +102,11 @@ QImage LvTiledMapSource::decodeTile(const QByteArray& bytes)
     }
     QImageReader reader(&buffer);
     reader.setDecideFormatFromContent(true);
+    // The toolkit reads many more kinds, some of which are documents that take for ever to be drawn.
+    static const QList<QByteArray> myKinds{"png", "jpeg", "jpg", "webp"};
+    if (!myKinds.contains(reader.format())) {
+        return {};
+    }
     const QSize size = reader.size();
     if (size.isEmpty() || size.width() > maximumTileSide || size.height() > maximumTileSide) {
         return {};

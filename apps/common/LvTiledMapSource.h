@@ -52,8 +52,8 @@ protected:
     /// Puts a tile that came later into the cache.
     void storeTile(const LvTileKey& key, const QImage& image);
 
-    /// Decodes a tile picture. Null when the bytes are no picture of a known kind, or when it is larger than
-    /// any tile needs to be: a damaged or hostile file must not make us allocate gigabytes.
+    /// Decodes a tile picture. Null when the bytes are no PNG, JPEG or WebP picture, or when it is larger
+    /// than any tile needs to be: a damaged or hostile file must not make us allocate gigabytes.
     static QImage decodeTile(const QByteArray& bytes);
 
 private:

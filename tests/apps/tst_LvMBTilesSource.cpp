@@ -4,12 +4,15 @@
 #include "LvTestTiles.h"
 #include "LvTranslations.h"
 
+#include <QElapsedTimer>
 #include <QMap>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QTemporaryDir>
 #include <QVariant>
+
+#include <sys/stat.h>
 
 namespace
 {
@@ -96,6 +99,11 @@ private Q_SLOTS:
     void missingTilesComeFromAbove();
     void absurdTiles_data();
     void absurdTiles();
+    void kindsOfPictures_data();
+    void kindsOfPictures();
+    void endlessQueries_data();
+    void endlessQueries();
+    void attributionOpensNoFiles();
     void texts_data();
     void texts();
     void withoutMetadataTable();
@@ -245,6 +253,79 @@ void tst_LvMBTilesSource::absurdTiles()
     LvMBTilesSource source(fileName());
     QVERIFY(source.isValid());
     QCOMPARE(LvTestTiles::draw(source, LvMapView(QSize(64, 64))).pixelColor(30, 30), missing);
+}
+
+void tst_LvMBTilesSource::kindsOfPictures_data()
+{
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::addColumn<bool>("isDrawn");
+    QTest::newRow("png") << LvTestTiles::tile(Qt::red) << true;
+    QTest::newRow("jpeg") << LvTestTiles::tile(Qt::red, "JPG") << true;
+    QTest::newRow("bmp") << LvTestTiles::tile(Qt::red, "BMP") << false;
+    QTest::newRow("xpm") << LvTestTiles::tile(Qt::red, "XPM", 16) << false;
+    QTest::newRow("svg") << QByteArray("<svg xmlns='http://www.w3.org/2000/svg' width='256' height='256'>"
+                                       "<rect width='256' height='256' fill='red'/></svg>")
+                         << false;
+}
+
+void tst_LvMBTilesSource::kindsOfPictures()
+{
+    QFETCH(QByteArray, bytes);
+    QFETCH(bool, isDrawn);
+    QVERIFY(run(fileName(), tables, {{0, 0, 0, bytes}}));
+    LvMBTilesSource source(fileName());
+    const QColor color = LvTestTiles::draw(source, LvMapView(QSize(10, 10))).pixelColor(5, 5);
+    QCOMPARE(color != missing, isDrawn);
+}
+
+void tst_LvMBTilesSource::endlessQueries_data()
+{
+    QTest::addColumn<QString>("view");
+    QTest::addColumn<bool>("isValid");
+
+    const QString view = QStringLiteral("CREATE VIEW tiles AS %1");
+    const QString endless = QStringLiteral("WITH RECURSIVE n(x) AS (VALUES(0) UNION ALL SELECT x + 1 FROM n) "
+                                           "SELECT x AS zoom_level, 0 AS tile_column, 0 AS tile_row, "
+                                           "x AS tile_data FROM n");
+    QTest::newRow("no row ever") << view.arg(endless + QStringLiteral(" WHERE x < 0")) << false;
+    QTest::newRow("rows without an end") << view.arg(endless) << true;
+    QTest::newRow("a value of a gigabyte")
+        << view.arg(QStringLiteral("SELECT 0 AS zoom_level, 0 AS tile_column, 0 AS tile_row, "
+                                   "zeroblob(1000000000) AS tile_data"))
+        << false;
+}
+
+void tst_LvMBTilesSource::endlessQueries()
+{
+    QFETCH(QString, view);
+    QFETCH(bool, isValid);
+    QVERIFY(run(fileName(), {view}));
+    QElapsedTimer timer;
+    timer.start();
+    LvMBTilesSource source(fileName());
+    QCOMPARE(source.isValid(), isValid);
+    QVERIFY(!source.errorText().contains(QLatin1Char('\n')));
+    for (int turn = 0; turn < 3; ++turn) {
+        const QImage picture =
+            LvTestTiles::draw(source, LvMapView::aroundCenter({50, 8}, 6.0, QSize(600, 600)));
+        QCOMPARE(picture.pixelColor(300, 300), missing);
+    }
+    // One query may take its time, and none is made after it.
+    QVERIFY(timer.elapsed() < LvMBTilesSource::longestQueryMilliseconds + 10000);
+}
+
+void tst_LvMBTilesSource::attributionOpensNoFiles()
+{
+    // Reading a pipe would wait for a writer for ever.
+    const QString pipe = myDirectory->filePath(QStringLiteral("pipe"));
+    QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    const QString html =
+        QStringLiteral("<html><head><link rel='stylesheet' href='%1'/><style>@import url(%1);"
+                       "</style></head><body background='%1'><img src='%1'/>Somebody")
+            .arg(QLatin1String("file://") + pipe);
+    QVERIFY(run(fileName(), tables, level(0), {{QStringLiteral("attribution"), html}}));
+    const QString attribution = LvMBTilesSource(fileName()).attribution();
+    QVERIFY2(attribution.endsWith(QLatin1String("Somebody")), qPrintable(attribution));
 }
 
 void tst_LvMBTilesSource::texts_data()
