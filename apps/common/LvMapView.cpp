@@ -20,23 +20,39 @@ constexpr double lonelyPointSpanDegrees = 0.5;
 constexpr double pointSpanDegrees = 1e-5;
 constexpr double smallestWidthDegrees = 1e-6; // the projection cannot widen a box without any width
 constexpr double maximumWorldsOnTop = 2.0; // the polar latitudes beyond differ too little to be computed with
+constexpr double maximumWorldsWide = 100.0; // each of them is drawn
+constexpr double maximumWorldsHigh = 6.0; // and those beyond this not at all: they would all be the pole
 
 double limitedLatitude(double latitude)
 {
     return std::clamp(latitude, -LvMapView::squareLatitude, LvMapView::squareLatitude);
 }
 
-LvGeoPositionRect limitedBox(const LvGeoPositionRect& box)
+/// The box, without what a picture could only show together with more of the world than can be drawn.
+LvGeoPositionRect limitedBox(const LvGeoPositionRect& box, const QSize& size)
 {
     LvLongitudeRange longitudes = box.longitudeRange();
     const double west = box.west().decimalDegrees();
-    if (west == box.east().decimalDegrees()) {
-        longitudes = LvLongitudeRange(LvLongitude::safeLongitude(west - smallestWidthDegrees),
-                                      LvLongitude::safeLongitude(west + smallestWidthDegrees));
+    double span = box.east().decimalDegrees() - west;
+    span += span < 0.0 ? 360.0 : 0.0;
+    const double widest = 360.0 * maximumWorldsHigh * size.width() / std::max(1, size.height());
+    if (span == 0.0 || span > widest) {
+        const double middle = west + (span / 2.0);
+        const double half = span == 0.0 ? smallestWidthDegrees : widest / 2.0;
+        longitudes = LvLongitudeRange(LvLongitude::safeLongitude(middle - half),
+                                      LvLongitude::safeLongitude(middle + half));
     }
-    return {LvLatitudeRange(limitedLatitude(box.south().decimalDegrees()),
-                            limitedLatitude(box.north().decimalDegrees())),
-            longitudes};
+    double south = limitedLatitude(box.south().decimalDegrees());
+    double north = limitedLatitude(box.north().decimalDegrees());
+    const double top = LvMapProjection::latitudeToNormalized(north);
+    const double bottom = LvMapProjection::latitudeToNormalized(south);
+    const double highest = maximumWorldsWide * size.height() / std::max(1, size.width());
+    if (bottom - top > highest) {
+        const double middle = (top + bottom) / 2.0;
+        north = LvMapProjection::normalizedToLatitude(middle - (highest / 2.0));
+        south = LvMapProjection::normalizedToLatitude(middle + (highest / 2.0));
+    }
+    return {LvLatitudeRange(south, north), longitudes};
 }
 
 LvGeoPositionRect wholeWorld()
@@ -75,7 +91,7 @@ LvMapView::LvMapView(const LvMapProjection& projection, const QSize& size)
 }
 
 LvMapView::LvMapView(const LvGeoPositionRect& box, const QSize& size)
-    : LvMapView(LvMapProjection(limitedBox(box), size), size)
+    : LvMapView(LvMapProjection(limitedBox(box, size), size), size)
 {
 }
 

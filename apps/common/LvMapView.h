@@ -25,7 +25,9 @@ public:
     /// Latitude of the upper edge of the square world map, in degrees; the lower edge lies as far south.
     static constexpr double squareLatitude = 85.0511287798066;
 
-    /// Shows at least the box. Latitudes beyond the square world map count as its edge.
+    /// Shows at least the box. Latitudes beyond the square world map count as its edge. A picture so narrow
+    /// that it would be more than six worlds high, or so low that it would be more than a hundred worlds
+    /// wide, shows the middle of the box only.
     LvMapView(const LvGeoPositionRect& box, const QSize& size);
 
     /// The whole world.

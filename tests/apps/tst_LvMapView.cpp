@@ -43,6 +43,7 @@ private Q_SLOTS:
     void aroundCenter_data();
     void aroundCenter();
     void tallPictureRaisesTheZoom();
+    void worldIsAPixelWideAtLeast();
     void fittedTo_data();
     void fittedTo();
     void fittedToAPointAndToNothing();
@@ -143,6 +144,27 @@ void tst_LvMapView::tallPictureRaisesTheZoom()
     const LvMapView view = LvMapView::aroundCenter(LvGeoPosition(10.0, 20.0), 0.0, {100, 2048});
     QVERIFY(isNear(view.zoom(), 2.0, 1e-6)); // two worlds of 1024 pixels
     QVERIFY(isNear(view.pixelOf(10.0, 20.0), {50.0, 1024.0}, 0.02));
+}
+
+void tst_LvMapView::worldIsAPixelWideAtLeast()
+{
+    // The world is drawn as often as it goes into the picture: never thousands of times.
+    for (const QSize size : {QSize(1, 1), QSize(1, 30000), QSize(30000, 1), QSize(7, 300)}) {
+        for (const LvMapView& view :
+             {LvMapView(size), LvMapView(box(-90.0, 90.0, -180.0, 180.0), size),
+              LvMapView(box(-85.0, 85.0, 0.001, 0.0), size), LvMapView(box(85.0, 90.0, -180.0, 180.0), size),
+              LvMapView::fittedTo(box(-90.0, 90.0, -180.0, 180.0), size),
+              LvMapView::fittedTo(box(-90.0, 90.0, -180.0, 180.0), size, size.height() - 1),
+              LvMapView::aroundCenter(LvGeoPosition(89.0, 180.0), 0.0, size)}) {
+            const QString what =
+                QStringLiteral("%1x%2: %3").arg(size.width()).arg(size.height()).arg(view.worldSize());
+            QVERIFY2(std::isfinite(view.worldSize()) && view.worldSize() > 0.999, qPrintable(what));
+            const QPointF pixel = view.pixelOf(-33.0, 151.0);
+            QVERIFY2(std::isfinite(pixel.x()) && std::isfinite(pixel.y()), qPrintable(what));
+            QVERIFY2(view.normalizedRect().height() <= 6.001, qPrintable(what));
+            QVERIFY2(view.normalizedRect().width() <= 120.0, qPrintable(what));
+        }
+    }
 }
 
 void tst_LvMapView::fittedTo_data()

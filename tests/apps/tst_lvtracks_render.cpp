@@ -78,6 +78,8 @@ private Q_SLOTS:
     void fitsTheTracks();
     void boundingBox_data();
     void boundingBox();
+    void tinyWorld_data();
+    void tinyWorld();
     void centerAndZoom_data();
     void centerAndZoom();
     void scale();
@@ -375,6 +377,34 @@ void tst_lvtracks_render::boundingBox()
     QVERIFY(!rect.isEmpty());
     QVERIFY2((rect.center() - pixel).manhattanLength() <= 3,
              qPrintable(QStringLiteral("%1, %2").arg(rect.center().x()).arg(rect.center().y())));
+}
+
+void tst_lvtracks_render::tinyWorld_data()
+{
+    QTest::addColumn<QString>("size");
+    QTest::addColumn<QStringList>("area");
+
+    const QStringList world{"--bbox=-180,-85.05,180,85.05"};
+    QTest::newRow("one pixel") << "1x1" << world;
+    QTest::newRow("one column") << "1x3000" << world;
+    QTest::newRow("one row") << "3000x1" << world;
+    QTest::newRow("nearly the whole turn") << "1x1" << QStringList{"--bbox=0.001,-85,0,85"};
+    QTest::newRow("a pole") << "1x1000" << QStringList{"--bbox=-180,85,180,90"};
+    QTest::newRow("the lowest zoom level") << "2x2" << QStringList{"--center=0,0", "--zoom=0"};
+    QTest::newRow("the tracks") << "1x1" << QStringList{};
+}
+
+void tst_lvtracks_render::tinyWorld()
+{
+    // A world less than a pixel wide would be endlessly many copies in the picture.
+    QFETCH(QString, size);
+    QFETCH(QStringList, area);
+    for (const char* map : {"builtin", "none"}) {
+        const QImage image = picture(
+            QStringList{"line.gpx", "area.gpx", "point.gpx", "--size", size, "--cropping=50", "--map", map}
+            + area);
+        QCOMPARE(QStringLiteral("%1x%2").arg(image.width()).arg(image.height()), size);
+    }
 }
 
 void tst_lvtracks_render::centerAndZoom_data()
