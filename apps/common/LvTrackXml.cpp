@@ -11,12 +11,14 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace
 {
 
 constexpr int coordinateDecimals = 10;
+constexpr double smallestCompactDegrees = 1e-7;
 constexpr qint64 millisecondsPerSecond = 1000;
 constexpr int firstYear = 1;
 constexpr int lastYear = 9999;
@@ -36,7 +38,10 @@ bool hasMilliseconds(const QDateTime& time)
 bool fitsCompactForm(const LvGPXTrackPoint& point)
 {
     const QDateTime time = point.timeStamp();
-    return point.description().isEmpty() && !point.isNull()
+    // The compact form keeps seven digits behind the point, and drops what lies at 0°/0° with them.
+    const bool vanishes = std::abs(point.position().latitude().decimalDegrees()) < smallestCompactDegrees
+        && std::abs(point.position().longitude().decimalDegrees()) < smallestCompactDegrees;
+    return point.description().isEmpty() && !vanishes
         && (!time.isValid() || !hasMilliseconds(time) || !isWritable(time.toUTC()));
 }
 

@@ -123,6 +123,10 @@ void tst_LvTrackXml::segmentForms_data()
         << QList<LvGPXTrackPoint>{point(1, 2, 3, time), point(3, 4, 0, time)} << true;
     QTest::newRow("a text") << QList<LvGPXTrackPoint>{point(1, 2), point(3, 4, 0, {}, "x")} << false;
     QTest::newRow("milliseconds") << QList<LvGPXTrackPoint>{point(1, 2, 0, time.addMSecs(1))} << false;
+    QTest::newRow("a point nearly at zero")
+        << QList<LvGPXTrackPoint>{point(0.00000009, -0.00000009, 3), point(3, 4)} << false;
+    QTest::newRow("a point nearly at zero, to the seventh digit")
+        << QList<LvGPXTrackPoint>{point(0.0000001, 0, 3), point(3, 4)} << true;
     QTest::newRow("a point at zero") << QList<LvGPXTrackPoint>{point(0, 0, 3), point(3, 4)} << false;
 }
 
