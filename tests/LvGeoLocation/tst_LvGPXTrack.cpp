@@ -822,6 +822,8 @@ void tst_LvGPXTrack::includeReadsRegularFilesOnly()
     QVERIFY(writeFile(directory.filePath(QStringLiteral("a.gps")), included(oneSegment)));
     const QDir sub(directory.filePath(QStringLiteral("sub")));
     QVERIFY(LvGPXTrack(parsed(QStringLiteral("<trk><include>../a.gps</include></trk>")), sub).isValid());
+    const QString absolute = QStringLiteral("<trk><include>%1</include></trk>");
+    QVERIFY(LvGPXTrack(parsed(absolute.arg(directory.filePath(QStringLiteral("a.gps")))), sub).isValid());
 }
 
 void tst_LvGPXTrack::lastIncludeIsRegistered()

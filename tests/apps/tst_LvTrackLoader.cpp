@@ -6,8 +6,13 @@
 #include "LvTranslations.h"
 
 #include <QElapsedTimer>
+#include <QLoggingCategory>
+#include <QSet>
 #include <QTemporaryDir>
+#include <QThread>
 
+#include <atomic>
+#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <zip.h>
@@ -52,6 +57,7 @@ private Q_SLOTS:
     void tracks();
     void oddNames_data();
     void oddNames();
+    void changingWhileRead();
     void corpus();
 
 private:
@@ -192,6 +198,11 @@ void tst_LvTrackLoader::specialFiles_data()
                           << "not a regular file";
     QTest::newRow("link to a device") << "device.kml"
                                       << "not a regular file";
+    QTest::newRow("socket") << "socket.gpx"
+                            << "not a regular file";
+    QTest::newRow("link to itself") << "loop.gpx"
+                                    << "broken symbolic link";
+    QTest::newRow("name that is too long") << QString(300, u'x') + QStringLiteral(".gpx") << "not found";
     QTest::newRow("broken link") << "broken.gpx"
                                  << "broken symbolic link";
     QTest::newRow("empty name") << ""
@@ -207,6 +218,8 @@ void tst_LvTrackLoader::specialFiles()
     ::mkfifo(QFile::encodeName(path(QStringLiteral("pipe.gpx"))).constData(), 0600);
     QFile::link(QStringLiteral("/dev/zero"), path(QStringLiteral("device.kml")));
     QFile::link(path(QStringLiteral("nowhere")), path(QStringLiteral("broken.gpx")));
+    ::symlink("loop.gpx", QFile::encodeName(path(QStringLiteral("loop.gpx"))).constData());
+    ::mknod(QFile::encodeName(path(QStringLiteral("socket.gpx"))).constData(), S_IFSOCK | 0600, 0);
 
     QElapsedTimer timer;
     timer.start();
@@ -306,6 +319,7 @@ void tst_LvTrackLoader::oddNames_data()
     QTest::newRow("blanks and four scripts") << QStringLiteral("Üφήが 1.gpx");
     QTest::newRow("line break") << "two\nlines.gpx";
     QTest::newRow("like an option") << "--help.gpx";
+    QTest::newRow("as long as names get") << QString(251, u'x') + QStringLiteral(".gpx");
 }
 
 void tst_LvTrackLoader::oddNames()
@@ -315,6 +329,39 @@ void tst_LvTrackLoader::oddNames()
     const LvLoadedTracks loaded = LvTrackLoader::load(path(name));
     QCOMPARE(loaded.errorText, QString());
     QCOMPARE(loaded.tracks.count(), 1);
+}
+
+void tst_LvTrackLoader::changingWhileRead()
+{
+    // Whatever the file is at that moment, there are tracks or there is one line that says why not.
+    const QString name = path(QStringLiteral("changing.gpx"));
+    const QByteArray good = LvTestFiles::gpx(QList<std::pair<double, double>>(2000, {1, 2}));
+    std::atomic<bool> isOver = false;
+    const std::unique_ptr<QThread> writer(QThread::create([&] {
+        for (int turn = 0; !isOver; ++turn) {
+            if (turn % 3 == 0) {
+                QFile::remove(name);
+            }
+            LvTestFiles::write(name, turn % 3 == 1 ? good.chopped(good.size() / 2) : good);
+        }
+    }));
+    QLoggingCategory::setFilterRules(QStringLiteral("lv.usage=false"));
+    writer->start();
+    bool isSane = true;
+    QSet<QString> reasons;
+    QElapsedTimer timer;
+    timer.start();
+    while (timer.elapsed() < 1000) {
+        const LvLoadedTracks loaded = LvTrackLoader::load(name);
+        reasons.insert(loaded.errorText);
+        isSane = isSane && !loaded.errorText.contains(QLatin1Char('\n'))
+            && loaded.tracks.isValid() == loaded.errorText.isEmpty();
+    }
+    isOver = true;
+    QLoggingCategory::setFilterRules(QString());
+    QVERIFY(writer->wait(10000));
+    QVERIFY(isSane);
+    QVERIFY2(reasons.size() > 1, "the file did not change while it was read");
 }
 
 void tst_LvTrackLoader::corpus()

@@ -7,6 +7,8 @@
 #include <QJsonObject>
 #include <QTemporaryDir>
 
+#include <unistd.h>
+
 using LvTracksProcess::Result;
 using LvTracksProcess::run;
 
@@ -53,6 +55,7 @@ private Q_SLOTS:
     void exitCodes();
     void oneLineForEachFile();
     void namesCannotControlTheTerminal();
+    void nameInAnotherEncoding();
     void fileNamedLikeAnOption();
     void fullStandardOutput();
     void corpus();
@@ -309,6 +312,25 @@ void tst_lvtracks_info::namesCannotControlTheTerminal()
     const Result json = info({"--json", name});
     QCOMPARE(QJsonDocument::fromJson(json.output).object().value("files").toArray().at(0)["file"].toString(),
              name);
+}
+
+void tst_lvtracks_info::nameInAnotherEncoding()
+{
+    // No text in the encoding of the locale: such a file cannot be named, and the message is one line.
+    QProcess process;
+    process.setWorkingDirectory(myDirectory->path());
+    process.start(QStringLiteral("sh"),
+                  {"-c", "name=$(printf 'a\\377\\033.gpx'); cp two.gpx \"$name\"; \"$0\" info \"$name\"",
+                   QStringLiteral(LVTRACKS_PROGRAM)});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    const QByteArray errors = process.readAllStandardError();
+    QCOMPARE(process.exitCode(), 1);
+    QCOMPARE(errors.count('\n'), 1);
+    QVERIFY(!errors.contains('\033'));
+    QVERIFY(errors.endsWith(": not found\n"));
+    // The toolkit could not remove it either.
+    QCOMPARE(::unlink((QFile::encodeName(path(QStringLiteral("a"))) + "\377\033.gpx").constData()), 0);
 }
 
 void tst_lvtracks_info::fileNamedLikeAnOption()
