@@ -66,6 +66,12 @@ QString LvFuzz::writeFile(const QString& name, const QByteArray& bytes)
     return target;
 }
 
+QByteArray LvFuzz::readFile(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
 #ifdef LV_FUZZ_WITH_LIBFUZZER
 
 void LvFuzz::expect(bool holds, const char* rule)

@@ -27,4 +27,7 @@ void expect(bool holds, const char* rule);
 /// Writes a file into that folder, over an older one, and returns its path.
 QString writeFile(const QString& name, const QByteArray& bytes);
 
+/// The content of a file, wherever it is; nothing when it cannot be read.
+[[nodiscard]] QByteArray readFile(const QString& path);
+
 } // namespace LvFuzz

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QList>
+
 class LvGPXConfiguredTrackList;
 class LvGPXTrack;
 class LvGPXTrackConfiguration;
@@ -22,8 +24,17 @@ void checkTrack(const LvGPXTrack& track);
 
 void checkTracks(const LvGPXConfiguredTrackList& tracks);
 
-/// Equal, also when both hold no numbers.
+// Equal to the last bit; what is no number equals what is no number.
 [[nodiscard]] bool isSamePosition(const LvGeoPosition& a, const LvGeoPosition& b);
+[[nodiscard]] bool isSamePoint(const LvGPXTrackPoint& a, const LvGPXTrackPoint& b);
+[[nodiscard]] bool isSamePoints(const QList<LvGPXTrackPoint>& a, const QList<LvGPXTrackPoint>& b);
+
+/// The same for all that a track holds, its enclaves included.
+[[nodiscard]] bool isSameTrack(const LvGPXTrack& a, const LvGPXTrack& b);
+[[nodiscard]] bool isSameTracks(const QList<LvGPXTrack>& a, const QList<LvGPXTrack>& b);
+
+/// The same for configurations, whose widths may be no numbers.
+[[nodiscard]] bool isSame(const LvGPXTrackConfiguration& a, const LvGPXTrackConfiguration& b);
 
 /// Whether a track is what the format can keep of the one that was written: no description, positions to
 /// seven digits, no point at 0°/0°, milliseconds that come back as seconds.

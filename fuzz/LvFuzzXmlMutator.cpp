@@ -65,9 +65,14 @@ constexpr std::array tagNames = {"trk",
                                  "displayOptions",
                                  "markerShape",
                                  "trackShape",
-                                 "penStyle"};
+                                 "penStyle",
+                                 "includedTrack",
+                                 "file",
+                                 "selection"};
 
-constexpr std::array attributeNames = {"lat", "lon", "id", "smoothing", "smoothingSteps", "croppingOpacity"};
+constexpr std::array attributeNames = {
+    "lat",  "lon",  "id",      "smoothing", "smoothingSteps", "croppingOpacity",
+    "name", "kind", "visible", "version"};
 
 constexpr std::array words = {"nan",
                               "inf",

@@ -1,9 +1,6 @@
-// Coordinate texts: "compressedPoints" and KML tuples, every parse() and fromString(), query items.
+// Coordinate texts: every parse() and fromString(), query items, attributes.
 
 #include "LvFuzz.h"
-#include "LvFuzzTracks.h"
-#include "LvGPXTrackPoint.h"
-#include "LvGPXTrackSegment.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
 #include "LvGeoPositionRect.h"
@@ -12,6 +9,8 @@
 #include "LvLongitude.h"
 #include "LvLongitudeList.h"
 
+#include <QDomDocument>
+#include <QDomElement>
 #include <QUrlQuery>
 #include <QVariant>
 
@@ -24,6 +23,7 @@ constexpr double machineTolerance = 1e-8; // texts for machines have eight digit
 constexpr double partsTolerance = 1e-9; // degrees, minutes and seconds are doubles
 constexpr double circleDegrees = 360.0;
 constexpr int mostDigits = 20;
+constexpr int secondDecimals = 12;
 
 bool isNear(double a, double b, double tolerance)
 {
@@ -48,6 +48,17 @@ void checkParts(const LvGeoArc& arc)
         LvFuzz::expect(isNear(LvGeoArc::fromRadians(arc.radians()).decimalDegrees(), arc.decimalDegrees(),
                               partsTolerance),
                        "radians keep the angle");
+        const QString text = QStringLiteral("%1,%2,%3")
+                                 .arg(QString::number(arc.degree()), QString::number(arc.minute()),
+                                      QString::number(arc.secondF(), 'f', secondDecimals));
+        LvFuzz::expect(
+            isNear(LvGeoArc::fromString(text).decimalDegrees(), arc.decimalDegrees(), partsTolerance),
+            "degrees, minutes and seconds are read as they were written");
+        QUrlQuery query;
+        arc.writeTo(query, QStringLiteral("angle"));
+        LvFuzz::expect(isNear(query.queryItemValue(QStringLiteral("angle"), QUrl::FullyDecoded).toDouble(),
+                              arc.decimalDegrees(), partsTolerance),
+                       "a query item keeps the angle");
     }
 }
 
@@ -101,6 +112,26 @@ void checkPosition(const LvGeoPosition& position)
     LvFuzz::expect(distance == elsewhere.distance(position), "a distance is the same both ways");
     QUrlQuery query;
     position.writeTo(query);
+
+    QDomDocument document;
+    const QDomElement element = document.createElement(QStringLiteral("position"));
+    position.writeToXml(element);
+    LvFuzz::expect(element.hasAttribute(QStringLiteral("latitude")) == position.isValid(),
+                   "only a valid position has attributes");
+    const LvGeoPosition read = LvGeoPosition::fromXml(element);
+    LvFuzz::expect(
+        !position.isValid()
+            || (isNear(read.latitude().decimalDegrees(), position.latitude().decimalDegrees(), partsTolerance)
+                && isNear(read.longitude().decimalDegrees(), position.longitude().decimalDegrees(),
+                          partsTolerance)),
+        "attributes keep the position");
+    if (position.isValid() && position.latitude().isValid() && position.longitude().isValid()) {
+        // Numbers with signs: the letters stand for angles within the range of the axis only.
+        const QString text = QStringLiteral("%1 %2").arg(
+            QString::number(position.latitude().decimalDegrees(), 'f', mostDigits),
+            QString::number(position.longitude().decimalDegrees(), 'f', mostDigits));
+        LvFuzz::expect(LvGeoPosition::parse(text) == position, "a position is read as it was written");
+    }
 }
 
 void checkRect(const LvGeoPositionRect& rect)
@@ -138,29 +169,11 @@ void checkList(const LvGeoPositionList& positions)
     checkRect(positions.boundingBox());
 }
 
-void checkTuples(const QString& text)
-{
-    const QList<LvGPXTrackPoint> points = LvGPXTrackSegment::decodeTrackPoints(text);
-    const LvGPXTrackSegment segment(points);
-    LvFuzz::checkElement(segment);
-    qsizetype kept = 0;
-    for (const LvGPXTrackPoint& point : points) {
-        LvFuzz::expect(!point.isNull(), "no point lies at 0/0");
-        LvFuzz::checkPoint(point);
-        kept += LvGPXTrackPoint::decodeKml(point.toKml()).isNull() ? 0 : 1;
-    }
-    LvFuzz::expect(LvGPXTrackSegment::decodeKml(segment.toKml()).count() == kept,
-                   "all points that a tuple can keep are read back");
-    checkList(segment.allPoints());
-}
-
 } // namespace
 
 void LvFuzz::run(const QByteArray& input)
 {
     const QString text = QString::fromUtf8(input);
-    checkTuples(text);
-    checkPoint(LvGPXTrackPoint::decodeKml(text));
     checkParts(LvGeoArc::fromString(text));
     checkParts(LvGeoArc::fromVariant(text));
     for (const LvLatitude& latitude : {LvLatitude::parse(text), LvLatitude::fromString(text)}) {
@@ -173,6 +186,12 @@ void LvFuzz::run(const QByteArray& input)
     checkPosition(parsed);
     const LvGeoPosition read = LvGeoPosition::fromString(text);
     checkPosition(read);
+    LvGeoPositionList positions;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString& line : lines) {
+        positions.append(LvGeoPosition::parse(line));
+    }
+    checkList(positions);
     checkRect(LvGeoPositionRect::parse(QUrlQuery(text)));
     checkRect(LvGeoPositionRect::spawn(parsed, read));
 }

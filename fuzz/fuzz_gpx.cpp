@@ -2,8 +2,11 @@
 
 #include "LvFuzz.h"
 #include "LvFuzzTracks.h"
+#include "LvGPXConfiguredTrack.h"
+#include "LvGPXConfiguredTrackList.h"
 #include "LvGPXTrack.h"
 #include "LvGPXTrackFile.h"
+#include "LvTrackSelectionFactory.h"
 #include "LvXMLBuilder.h"
 #include "LvXMLLoader.h"
 
@@ -12,12 +15,17 @@
 #include <QDomElement>
 #include <QFile>
 #include <QFileInfo>
+#include <QUrl>
+
+#include <algorithm>
 
 namespace
 {
 
-QList<LvGPXTrack> readTracks(const QDomElement& root, const QFileInfo& file)
+/// The way through a tree of elements.
+QList<LvGPXTrack> readTracks(const QFileInfo& file)
 {
+    const QDomElement root = LvXMLLoader::loadDocumentElement(file);
     int counter = 0;
     QList<LvGPXTrack> tracks = LvGPXTrackFile::readTracks(root, QStringLiteral("trk"), counter, file);
     tracks += LvGPXTrackFile::readTracks(root, QStringLiteral("rte"), counter, file);
@@ -67,6 +75,19 @@ void checkFile(const LvGPXTrack& track)
                    "a track in a file is what was written");
 }
 
+/// The file as the programs open it.
+void checkFactory(const QFileInfo& file, const QList<LvGPXTrack>& tracks)
+{
+    const LvGPXConfiguredTrackList configured =
+        LvTrackSelectionFactory::instance()->createConfiguredTrackList(
+            QUrl::fromLocalFile(file.absoluteFilePath()));
+    LvFuzz::expect(configured.count() == tracks.size(), "the factory gives the tracks of the file");
+    for (qsizetype index = 0; index < std::min(configured.count(), tracks.size()); ++index) {
+        LvFuzz::expect(LvFuzz::isSameTrack(configured.at(index).track(), tracks.at(index)),
+                       "the factory gives the tracks of the file");
+    }
+}
+
 } // namespace
 
 void LvFuzz::run(const QByteArray& input)
@@ -76,14 +97,12 @@ void LvFuzz::run(const QByteArray& input)
     QDomDocument document;
     const bool isXml = LvXMLLoader::parse(input, document);
     expect(isXml || tracks.isEmpty(), "no part of a broken document is read");
-    const QList<LvGPXTrack> others = readTracks(document.documentElement(), file);
-    expect(tracks.size() == others.size(), "file and element hold the same number of tracks");
-    for (qsizetype index = 0; index < tracks.size(); ++index) {
-        const LvGPXTrack& track = tracks.at(index);
+    expect(isSameTracks(tracks, readTracks(file)), "file and elements give the same tracks to the last bit");
+    for (const LvGPXTrack& track : tracks) {
         expect(track.isValid() && !track.name().isEmpty(), "every track of a file has points and a name");
-        expect(track.name() == others.value(index).name(), "file and element give the same names");
         checkTrack(track);
     }
+    checkFactory(file, tracks);
     checkDocument(tracks);
     if (!tracks.isEmpty()) {
         checkFile(tracks.first());

@@ -18,6 +18,7 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFileInfo>
+#include <QPainter>
 
 #include <algorithm>
 
@@ -97,6 +98,19 @@ LvGPXTrackSelection readTracks(const QByteArray& bytes)
     return selection;
 }
 
+/// A painter of one's own draws everything; the renderer leaves out what it takes to be invisible.
+void checkAgainstPainter(const LvFuzzRenderer& renderer, TrackRenderOption option, const QImage& picture)
+{
+    QImage own(picture.size(), QImage::Format_ARGB32_Premultiplied);
+    own.fill(Qt::transparent);
+    QPainter painter(&own);
+    painter.setRenderHint(QPainter::Antialiasing);
+    renderer.renderWith(painter, option);
+    painter.end();
+    LvFuzz::expect(own.convertToFormat(QImage::Format_ARGB32) == picture,
+                   "a painter of one's own draws the same picture");
+}
+
 } // namespace
 
 void LvFuzz::run(const QByteArray& input)
@@ -116,6 +130,9 @@ void LvFuzz::run(const QByteArray& input)
     const QImage picture = renderer.render(option);
     expect(picture.size() == expected, "a picture has the size that was asked for");
     expect(picture.isNull() || picture.format() == QImage::Format_ARGB32, "a picture has colours and alpha");
+    if (!picture.isNull()) {
+        checkAgainstPainter(renderer, option, picture);
+    }
     expect(renderer.renderQuickAndDirty(option).size() == expected, "a quick picture has the same size");
     const QImage mask = renderer.renderForeground();
     expect(mask.size() == expected, "a mask has the size that was asked for");

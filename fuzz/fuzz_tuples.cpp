@@ -1,0 +1,147 @@
+// The texts of "compressedPoints" and of KML coordinates, compared with the plainest way to read them.
+
+#include "LvFuzz.h"
+#include "LvFuzzTracks.h"
+#include "LvGPXTrack.h"
+#include "LvGPXTrackPoint.h"
+#include "LvGPXTrackSegment.h"
+#include "LvGPXTrackShape.h"
+#include "LvGeoPosition.h"
+#include "LvGeoPositionList.h"
+
+#include <QDateTime>
+#include <QRegularExpression>
+#include <QStringList>
+
+#include <bit>
+
+namespace
+{
+
+constexpr qsizetype keptBehindPoint = 8; // the point and seven digits
+
+double plainDouble(const QString& text)
+{
+    return text.left(text.indexOf(QLatin1Char('.')) + keptBehindPoint).toDouble();
+}
+
+LvGPXTrackPoint plainPoint(const QString& tuple)
+{
+    const QStringList fields = tuple.split(QLatin1Char(','));
+    const double longitude = plainDouble(fields.value(0));
+    const double latitude = plainDouble(fields.value(1));
+    const QDateTime time =
+        fields.size() > 3 ? QDateTime::fromSecsSinceEpoch(fields.at(3).toLongLong(), Qt::UTC) : QDateTime();
+    return {LvGeoPosition(latitude, longitude), fields.value(2).toInt(), time, QString()};
+}
+
+QList<LvGPXTrackPoint> plainPoints(const QString& text)
+{
+    static const QRegularExpression myWhiteSpace(QStringLiteral("\\s+"));
+    QList<LvGPXTrackPoint> points;
+    const QStringList tuples = text.split(myWhiteSpace);
+    for (const QString& tuple : tuples) {
+        const LvGPXTrackPoint point = plainPoint(tuple);
+        if (point.position().latitude().decimalDegrees() != 0.0
+            || point.position().longitude().decimalDegrees() != 0.0) {
+            points.append(point);
+        }
+    }
+    return points;
+}
+
+/// The form of one angle, with all digits first.
+QString plainDegrees(double degrees)
+{
+    QString text = QString::number(degrees, 'f', 10);
+    while (text.endsWith(QLatin1Char('0'))) {
+        text.chop(1);
+    }
+    return text;
+}
+
+QString plainTuple(const LvGPXTrackPoint& point)
+{
+    QStringList fields{plainDegrees(point.position().longitude().decimalDegrees()),
+                       plainDegrees(point.position().latitude().decimalDegrees())};
+    if (point.elevation() != 0 || point.timeStamp().isValid()) {
+        fields.append(QString::number(point.elevation()));
+    }
+    if (point.timeStamp().isValid()) {
+        fields.append(QString::number(point.timeStamp().toMSecsSinceEpoch()));
+    }
+    return fields.join(QLatin1Char(','));
+}
+
+bool haveNoTime(const QList<LvGPXTrackPoint>& points)
+{
+    return std::none_of(points.begin(), points.end(),
+                        [](const LvGPXTrackPoint& point) { return point.timeStamp().isValid(); });
+}
+
+void checkNumber(const QString& text)
+{
+    LvFuzz::expect(std::bit_cast<quint64>(LvGPXTrackElement::safeDouble(text))
+                       == std::bit_cast<quint64>(plainDouble(text)),
+                   "a number is read as the toolkit reads it, with seven digits behind the point");
+}
+
+/// Text to points to text to points: what stays, and what does not.
+void checkRoundTrip(const QList<LvGPXTrackPoint>& points)
+{
+    const LvGPXTrackSegment segment(points);
+    const QString text = segment.toKml();
+    QStringList tuples;
+    for (const LvGPXTrackPoint& point : points) {
+        tuples.append(plainTuple(point));
+    }
+    LvFuzz::expect(text == tuples.join(QLatin1Char('\n')), "a segment is written tuple by tuple");
+
+    // A position below the last digit that is read comes back as 0/0, which no text can hold.
+    QList<LvGPXTrackPoint> kept;
+    for (const LvGPXTrackPoint& point : points) {
+        const LvGPXTrackPoint read = plainPoint(point.toKml());
+        if (!read.isNull()) {
+            kept.append(read);
+        }
+    }
+    const LvGPXTrackSegment again = LvGPXTrackSegment::decodeKml(text);
+    LvFuzz::expect(LvFuzz::isSamePoints(again.trackPoints(), kept),
+                   "all points that a tuple can keep are read back");
+    // Times do not stay: they are written in milliseconds and read in seconds.
+    if (haveNoTime(points) && kept.size() == points.size()) {
+        LvFuzz::expect(again.toKml() == text, "what a text without times has kept it keeps for ever");
+    }
+}
+
+void checkPlacemark(const QString& text, const QList<LvGPXTrackPoint>& points)
+{
+    const LvGPXTrack track =
+        LvGPXTrack::decodeKml(QStringLiteral("name"), QString(), text, LvGPXTrackShapeEnum::automatic);
+    LvFuzz::expect(track.countPoints() == points.size(), "a placemark has the points of its coordinates");
+    LvFuzz::expect(track.isValid() == !points.isEmpty(), "a track is valid with its first point");
+}
+
+} // namespace
+
+void LvFuzz::run(const QByteArray& input)
+{
+    const QString text = QString::fromUtf8(input);
+    checkNumber(text);
+    const QStringList fields = text.split(QLatin1Char(','));
+    std::for_each(fields.begin(), fields.end(), checkNumber);
+
+    expect(isSamePoint(LvGPXTrackPoint::decodeKml(text), plainPoint(text)),
+           "a tuple is read as the plainest way reads it");
+    checkPoint(LvGPXTrackPoint::decodeKml(text));
+
+    const QList<LvGPXTrackPoint> points = LvGPXTrackSegment::decodeTrackPoints(text);
+    expect(isSamePoints(points, plainPoints(text)), "tuples are read as the plainest way reads them");
+    for (const LvGPXTrackPoint& point : points) {
+        expect(!point.isNull(), "no point lies at 0/0");
+        checkPoint(point);
+    }
+    checkElement(LvGPXTrackSegment(points));
+    checkRoundTrip(points);
+    checkPlacemark(text, points);
+}
