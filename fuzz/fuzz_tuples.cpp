@@ -109,8 +109,10 @@ void checkRoundTrip(const QList<LvGPXTrackPoint>& points)
     LvFuzz::expect(LvFuzz::isSamePoints(again.trackPoints(), kept),
                    "all points that a tuple can keep are read back");
     // Times do not stay: they are written in milliseconds and read in seconds.
-    if (haveNoTime(points) && kept.size() == points.size()) {
-        LvFuzz::expect(again.toKml() == text, "what a text without times has kept it keeps for ever");
+    if (haveNoTime(points)) {
+        const QString shortText = again.toKml();
+        LvFuzz::expect(LvGPXTrackSegment::decodeKml(shortText).toKml() == shortText,
+                       "what a text without times has kept it keeps for ever");
     }
 }
 
