@@ -2,6 +2,13 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="de">
 <context>
+    <name>LvFileHandler</name>
+    <message>
+        <source>Das ist keine gewöhnliche Datei.</source>
+        <translation>This is no ordinary file.</translation>
+    </message>
+</context>
+<context>
     <name>LvGPXBeelineCreator</name>
     <message>
         <source>Fluglinie</source>
@@ -226,6 +233,10 @@
     <message>
         <source>Die Elemente sind zu tief geschachtelt.</source>
         <translation>The elements are nested too deeply.</translation>
+    </message>
+    <message>
+        <source>Das ist keine gewöhnliche Datei.</source>
+        <translation>This is no ordinary file.</translation>
     </message>
 </context>
 <context>

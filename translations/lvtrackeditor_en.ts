@@ -1024,6 +1024,14 @@ in the preferences.</translation>
         <source>Die Spurdatei „%1“ fehlt oder enthält keine Spur.</source>
         <translation>The track file “%1” is missing or has no track in it.</translation>
     </message>
+    <message>
+        <source>Die Spur „%1“ hat so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich ihre Datei nicht wieder öffnen ließe.</source>
+        <translation>The track “%1” has so many points with texts or fractions of seconds that its file could not be opened again.</translation>
+    </message>
+    <message>
+        <source>Die Spuren haben so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich das Dokument nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist mehr Platz.</source>
+        <translation>The tracks have so many points with texts or fractions of seconds that the document could not be opened again. With a file of its own for each track (see the preferences) there is more room.</translation>
+    </message>
 </context>
 <context>
     <name>LvTrackEditorWindow</name>

@@ -2,6 +2,7 @@
 
 #include "LvCopyrightRenderer.h"
 #include "LvDistance.h"
+#include "LvFileHandler.h"
 #include "LvMapSource.h"
 #include "LvMapTrackRenderer.h"
 #include "LvOsmScaleRenderer.h"
@@ -13,7 +14,6 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QStringList>
 #include <QSvgGenerator>
 
@@ -166,11 +166,9 @@ QString LvMapPicture::save(const QString& fileName) const
     if (bytes.isEmpty()) {
         return tr("nicht genug Speicher für das Bild");
     }
-    QSaveFile file(fileName);
-    // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
-        || !file.commit()) {
-        return tr("lässt sich nicht schreiben: %1").arg(file.errorString());
+    const QString errorText = LvFileHandler::replaceFile(QFileInfo(fileName), bytes);
+    if (!errorText.isEmpty()) {
+        return tr("lässt sich nicht schreiben: %1").arg(errorText);
     }
     return {};
 }

@@ -56,6 +56,34 @@ QString compactForm(const LvGPXTrackPoint& point)
     return text;
 }
 
+/// Adds elements of that depth, each with so many other nodes: attributes (two each), a text.
+void addElements(LvTrackXml::Cost& cost, int depth, qint64 otherNodes, qint64 count = 1)
+{
+    cost.nodes += count * (1 + otherNodes);
+    cost.depthSum += count * 2 * depth; // one for each of its tags
+}
+
+bool standsInCompactForm(const QList<LvGPXTrackPoint>& points)
+{
+    return std::all_of(points.cbegin(), points.cend(), fitsCompactForm);
+}
+
+void addSegment(LvTrackXml::Cost& cost, const LvGPXTrackSegment& segment, int depth)
+{
+    addElements(cost, depth, 0);
+    const QList<LvGPXTrackPoint> points = segment.trackPoints();
+    if (standsInCompactForm(points)) {
+        addElements(cost, depth + 1, 1);
+        return;
+    }
+    for (const LvGPXTrackPoint& point : points) {
+        const int children = (point.elevation() != 0 ? 1 : 0) + (point.timeStamp().isValid() ? 1 : 0)
+            + (point.description().isEmpty() ? 0 : 1);
+        addElements(cost, depth + 1, 4); // two attributes
+        addElements(cost, depth + 2, 1, children);
+    }
+}
+
 void writeSegment(const QDomElement& trk, const LvGPXTrackSegment& segment)
 {
     const QList<LvGPXTrackPoint> points = segment.trackPoints();
@@ -63,7 +91,7 @@ void writeSegment(const QDomElement& trk, const LvGPXTrackSegment& segment)
         return;
     }
     QDomElement element = LvXMLBuilder::buildDomElement(trk, QStringLiteral("trkseg"));
-    if (std::all_of(points.cbegin(), points.cend(), fitsCompactForm)) {
+    if (standsInCompactForm(points)) {
         QStringList tuples;
         tuples.reserve(points.size());
         std::transform(points.cbegin(), points.cend(), std::back_inserter(tuples), compactForm);
@@ -116,6 +144,28 @@ void LvTrackXml::writeTrack(const QDomElement& trk, const LvGPXTrack& track)
             }
         }
     }
+}
+
+LvTrackXml::Cost LvTrackXml::costOf(const LvGPXTrack& track, int depth)
+{
+    constexpr int ownTexts = 3; // name, shape, description
+    Cost cost;
+    QList<std::pair<LvGPXTrack, int>> pending{{track, depth}};
+    while (!pending.isEmpty()) {
+        const auto [current, currentDepth] = pending.takeLast();
+        addElements(cost, currentDepth, 0);
+        addElements(cost, currentDepth + 1, 1, ownTexts);
+        const QList<LvGPXTrackSegment> segments = current.segments();
+        for (const LvGPXTrackSegment& segment : segments) {
+            addSegment(cost, segment, currentDepth + 1);
+        }
+        addElements(cost, currentDepth + 1, 0); // the list of the enclaves
+        const QList<LvGPXTrack> enclaves = current.enclaves();
+        for (const LvGPXTrack& enclave : enclaves) {
+            pending.append({enclave, currentDepth + 2});
+        }
+    }
+    return cost;
 }
 
 QString LvTrackXml::timeText(const QDateTime& time)

@@ -25,6 +25,16 @@ QString trackTag();
 /// point by point. Segments without points are left out.
 void writeTrack(const QDomElement& trk, const LvGPXTrack& track);
 
+/// What it costs to read an element, counted as LvXMLLoader does.
+struct Cost {
+    qint64 nodes = 0;
+    qint64 depthSum = 0; ///< the depths of the nodes added up
+};
+
+/// What it costs to read the "trk" element of the track that stands at this depth (the document element has
+/// depth 1): never less than LvXMLLoader will count.
+Cost costOf(const LvGPXTrack& track, int depth);
+
 /// The time as an ISO 8601 text in UTC, with milliseconds where there are some: "2023-06-01T10:00:00Z". Empty
 /// for an invalid time and beyond the years 1 to 9999, which such texts cannot hold.
 QString timeText(const QDateTime& time);

@@ -26,6 +26,10 @@ namespace
 
 constexpr int formatVersion = 1;
 
+constexpr int trackDepth = 5; // of "trk" in a document
+constexpr int trackFileDepth = 2; // of "trk" in a file of its own
+constexpr int nodesPerTrack = 100; // more than its style has
+
 const QString rootTag = QStringLiteral("lvtracks");
 const QString versionAttribute = QStringLiteral("version");
 const QString selectionTag = QStringLiteral("selection");
@@ -93,6 +97,24 @@ LvGPXTrackSelection withoutPoints(const LvGPXTrackSelection& selection)
     return result;
 }
 
+bool isReadable(const LvTrackXml::Cost& cost)
+{
+    return cost.nodes <= LvXMLLoader::maximumNodes && cost.depthSum <= LvXMLLoader::maximumDepthSum;
+}
+
+/// Whether the document can be read again with all tracks in it. To be asked before it is built: then it
+/// would already take gigabytes.
+bool fitsOneDocument(const LvGPXConfiguredTrackList& tracks)
+{
+    LvTrackXml::Cost sum{nodesPerTrack, 0};
+    for (const LvGPXConfiguredTrack& track : tracks) {
+        const LvTrackXml::Cost cost = LvTrackXml::costOf(track.track(), trackDepth);
+        sum.nodes += cost.nodes + nodesPerTrack;
+        sum.depthSum += cost.depthSum + qint64(nodesPerTrack) * trackDepth;
+    }
+    return isReadable(sum);
+}
+
 /// Makes sure that the track has its file in the directory. Returns why not; an empty text on success.
 QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
 {
@@ -101,6 +123,12 @@ QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
     const QString known = registry->fileName(key);
     if (!known.isEmpty() && LvGPXTrackFileRegistry::createFileInfo(key, known).exists()) {
         return {};
+    }
+    if (!isReadable(LvTrackXml::costOf(track, trackFileDepth))) {
+        return LvTrackDocumentFile::tr(
+                   "Die Spur „%1“ hat so viele Punkte mit Texten oder Sekundenbruchteilen, "
+                   "dass sich ihre Datei nicht wieder öffnen ließe.")
+            .arg(track.name().simplified());
     }
     const QFileInfo wanted(directory, QStringLiteral("track.gps"));
     const QFileInfo file =
@@ -143,6 +171,12 @@ QString LvTrackDocumentFile::write(const LvTrackDocumentContent& content, const 
     }
     const LvGPXConfiguredTrackList tracks = content.selection.tracks();
     const bool hasFiles = storage == TrackStorage::SeparateFiles;
+    if (!hasFiles && !fitsOneDocument(tracks)) {
+        return tr(
+            "Die Spuren haben so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich das Dokument "
+            "nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist "
+            "mehr Platz.");
+    }
     for (qsizetype row = 0; hasFiles && row < tracks.count(); ++row) {
         QString errorText = ensureTrackFile(tracks.at(row).track(), directory);
         if (!errorText.isEmpty()) {

@@ -51,8 +51,8 @@ public:
     /// Whether the name has the suffix, in whatever case.
     static bool hasSuffix(const QString& fileName);
 
-    /// Writes the content. Returns why that failed, one line; an empty text on success. May be called from
-    /// any thread.
+    /// Writes the content. Returns why that failed, one line; an empty text on success. What would be too
+    /// large for read() is not written. May be called from any thread.
     [[nodiscard]] static QString write(const LvTrackDocumentContent& content, const QString& fileName,
                                        TrackStorage storage);
 

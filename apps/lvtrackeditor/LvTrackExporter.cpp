@@ -1,12 +1,12 @@
 #include "LvTrackExporter.h"
 
+#include "LvFileHandler.h"
 #include "LvGPXConfiguredTrackList.h"
 #include "LvGeoJsonExporter.h"
 #include "LvGpxExporter.h"
 
 #include <QDir>
 #include <QFileInfo>
-#include <QSaveFile>
 
 QStringList LvTrackExporter::nameFilters()
 {
@@ -29,12 +29,8 @@ QString LvTrackExporter::save(const LvGPXConfiguredTrackList& tracks, const QStr
     if (bytes.isEmpty()) {
         return tr("Es gibt keine Spur mit Punkten.");
     }
-    QSaveFile file(fileName);
-    // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush()
-        || !file.commit()) {
-        return tr("Die Datei „%1“ konnte nicht geschrieben werden: %2")
-            .arg(QDir::toNativeSeparators(fileName), file.errorString());
-    }
-    return {};
+    const QString errorText = LvFileHandler::replaceFile(QFileInfo(fileName), bytes);
+    return errorText.isEmpty() ? QString()
+                               : tr("Die Datei „%1“ konnte nicht geschrieben werden: %2")
+                                     .arg(QDir::toNativeSeparators(fileName), errorText);
 }

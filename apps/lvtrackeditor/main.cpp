@@ -10,6 +10,7 @@
 #include <QTimer>
 #include <QTranslator>
 
+#include <csignal>
 #include <cstdio>
 
 namespace
@@ -39,6 +40,10 @@ QString translated(const char* text)
 
 int main(int argc, char* argv[])
 {
+#ifdef SIGXFSZ
+    // A file that reaches the limit of the user shall be told like a full disk, not end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
     // Help and version need no display.
     const bool needsNoWindow = std::any_of(argv + 1, argv + argc, [](const char* argument) {
         const QByteArray text(argument);

@@ -7,6 +7,7 @@
 #include <QLocale>
 #include <QStringList>
 
+#include <csignal>
 #include <cstdio>
 
 namespace
@@ -73,6 +74,10 @@ LvExitCode runCommand(QStringList arguments)
 
 int main(int argc, char* argv[])
 {
+#ifdef SIGXFSZ
+    // A file that reaches the limit of the user shall be told like a full disk, not end the program.
+    std::signal(SIGXFSZ, SIG_IGN);
+#endif
     if (qEnvironmentVariableIsEmpty("QT_LOGGING_RULES")) {
         qInstallMessageHandler(handleMessage);
     }
@@ -92,6 +97,7 @@ int main(int argc, char* argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(LV_VERSION));
     // Scripts read the messages: they are English in every locale, also those of the classes that the
     // programs share, whose source texts are German.
+    LvTranslations::install(QLocale(QLocale::English));
     LvTranslations::install(QLocale(QLocale::English), QStringLiteral("LvAppsCommon"));
     const LvExitCode exitCode = runCommand(arguments);
     if (!LvCommand::finishPrinting()) {

@@ -1,7 +1,9 @@
 #include "LvFileHandler.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
+#include <QSaveFile>
 #include <QStringDecoder>
 
 bool LvFileHandler::isReadableRegularFile(const QFileInfo& file)
@@ -56,4 +58,18 @@ QString LvFileHandler::decodeText(const QByteArray& bytes)
         QStringConverter::encodingForData(bytes).value_or(QStringConverter::Utf8);
     QStringDecoder decoder(encoding);
     return decoder(bytes);
+}
+
+QString LvFileHandler::replaceFile(const QFileInfo& file, const QByteArray& bytes)
+{
+    const QFileInfo now(file.filePath());
+    if (now.exists() && !now.isFile() && !now.isDir()) {
+        // The temporary file would take the place of the device or of the pipe itself.
+        return QCoreApplication::translate("LvFileHandler", "Das ist keine gewöhnliche Datei.");
+    }
+    QSaveFile output(now.filePath());
+    // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
+    const bool isWritten = output.open(QIODevice::WriteOnly) && output.write(bytes) == bytes.size()
+        && output.flush() && output.commit();
+    return isWritten ? QString() : output.errorString();
 }

@@ -3,6 +3,7 @@
 #include "lvcore_export.h"
 
 #include <QByteArray>
+#include <QString>
 #include <QStringList>
 
 #include <optional>
@@ -10,8 +11,8 @@
 class QFileInfo;
 
 /**
- * Reading of whole files. Only regular files are opened (or symbolic links to one): a pipe, a device or a
- * directory would block or never end. Without state, usable from any thread.
+ * Reading and writing of whole files. Only regular files are opened (or symbolic links to one): a pipe, a
+ * device or a directory would block or never end. Without state, usable from any thread.
  */
 class LVCORE_EXPORT LvFileHandler
 {
@@ -36,4 +37,10 @@ public:
 
     /// The text of such bytes, decoded in the same way.
     [[nodiscard]] static QString decodeText(const QByteArray& bytes);
+
+    /// Writes a file of these bytes. They go into a temporary file that takes the place of the file when it
+    /// is complete: until then, and after a failure, an older file of that name stays as it was, and nothing
+    /// else is left. What is no regular file is not replaced. Returns why it failed, for the user; empty on
+    /// success.
+    [[nodiscard]] static QString replaceFile(const QFileInfo& file, const QByteArray& bytes);
 };

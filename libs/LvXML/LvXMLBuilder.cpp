@@ -121,7 +121,13 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& file,
         return refuse(QCoreApplication::translate("LvXMLBuilder", "Die Elemente sind zu tief geschachtelt."),
                       file, errorHistory);
     }
-    QSaveFile output(file.absoluteFilePath());
+    const QFileInfo now(file.absoluteFilePath());
+    if (now.exists() && !now.isFile() && !now.isDir()) {
+        // The temporary file would take the place of the device or of the pipe itself.
+        return refuse(QCoreApplication::translate("LvXMLBuilder", "Das ist keine gewöhnliche Datei."), file,
+                      errorHistory);
+    }
+    QSaveFile output(now.filePath());
     if (!output.open(QIODevice::WriteOnly)) {
         return refuse(output.errorString(), file, errorHistory);
     }

@@ -47,8 +47,8 @@ public:
     /// Writes the document as UTF-8 text; an XML declaration in it is rewritten to say so. The text goes into
     /// a temporary file that takes the place of the file when it is complete: until then, and after a
     /// failure, an older file of that name stays as it was. False when the file could not be written, and
-    /// when the document has no root element or is nested too deeply; the reason, a sentence for the user, is
-    /// then appended to the error history when one is given.
+    /// when the document has no root element or is nested too deeply or the name is that of a device or a
+    /// pipe; the reason, a sentence for the user, is then appended to the error history when one is given.
     static bool saveUTF8(const QDomDocument& document, const QFileInfo& file,
                          QStringList* errorHistory = nullptr);
 

@@ -1,3 +1,4 @@
+#include "LvFaults.h"
 #include "LvTest.h"
 #include "LvXMLBuilder.h"
 
@@ -5,9 +6,6 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QTemporaryDir>
-
-#include <csignal>
-#include <sys/resource.h>
 
 namespace
 {
@@ -23,31 +21,6 @@ bool write(const QString& path, const QByteArray& content)
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
 }
-
-/// Makes every write beyond so many bytes of a file fail, as on a full disk.
-class FullDisk
-{
-    Q_DISABLE_COPY_MOVE(FullDisk)
-
-public:
-    explicit FullDisk(rlim_t bytes)
-        : myOldHandler(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        ::getrlimit(RLIMIT_FSIZE, &myOldLimit);
-        const rlimit limit{bytes, myOldLimit.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-
-    ~FullDisk()
-    {
-        ::setrlimit(RLIMIT_FSIZE, &myOldLimit);
-        std::signal(SIGXFSZ, myOldHandler);
-    }
-
-private:
-    rlimit myOldLimit{};
-    void (*myOldHandler)(int);
-};
 
 } // namespace
 
@@ -377,7 +350,7 @@ void tst_LvXMLBuilder::failureKeepsOlderFile()
     QStringList errors;
     bool isSaved = true;
     {
-        const FullDisk disk(static_cast<rlim_t>(room));
+        const LvFaults::FileSizeLimit limit(static_cast<rlim_t>(room));
         isSaved = LvXMLBuilder::saveUTF8(document, QFileInfo(path), &errors);
     }
     QVERIFY(!isSaved);

@@ -16,8 +16,6 @@
 #include <QTemporaryDir>
 #include <QXmlStreamReader>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <unistd.h>
 
 namespace
@@ -134,7 +132,6 @@ private Q_SLOTS:
     void savePdf();
     void saveFails_data();
     void saveFails();
-    void failureKeepsTheOldFile();
 
 private:
     [[nodiscard]] QString path(const QString& name) const { return myDirectory.filePath(name); }
@@ -492,26 +489,6 @@ void tst_LvMapPicture::saveFails()
     QFETCH(QString, reason);
     QVERIFY(QDir(myDirectory.path()).mkpath(QStringLiteral("folder.png")));
     QCOMPARE(LvMapPicture({}, viewOf({32, 24}), nullptr, 1.0).save(path(name)), reason);
-}
-
-void tst_LvMapPicture::failureKeepsTheOldFile()
-{
-    const QString name = path(QStringLiteral("kept.png"));
-    QVERIFY(LvTestFiles::write(name, "old"));
-    // A disk that is full after 64 bytes.
-    rlimit before{};
-    QCOMPARE(::getrlimit(RLIMIT_FSIZE, &before), 0);
-    rlimit small = before;
-    small.rlim_cur = 64;
-    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &small), 0);
-    const QString reason = LvMapPicture({}, viewOf({64, 48}), nullptr, 1.0).save(name);
-    QCOMPARE(::setrlimit(RLIMIT_FSIZE, &before), 0);
-    std::signal(SIGXFSZ, oldHandler);
-    QVERIFY2(reason.startsWith(QLatin1String("cannot be written: ")),
-             qPrintable(QStringLiteral("<%1>").arg(reason)));
-    QCOMPARE(LvTestFiles::read(name), QByteArray("old"));
-    QCOMPARE(QDir(myDirectory.path()).entryList({QStringLiteral("kept.png*")}).size(), 1);
 }
 
 LV_TEST_MAIN(tst_LvMapPicture)

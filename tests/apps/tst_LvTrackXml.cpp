@@ -45,6 +45,23 @@ QString elementOf(const LvGPXTrackPoint& point)
         .trimmed();
 }
 
+/// The nodes at and below an element, and their depths, counted as LvXMLLoader does in the text.
+LvTrackXml::Cost costOf(const QDomElement& element, int depth)
+{
+    LvTrackXml::Cost cost{1 + 2 * element.attributes().count(), depth - 1};
+    if (!element.hasChildNodes()) {
+        return cost; // one tag
+    }
+    cost.depthSum += depth;
+    for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        const LvTrackXml::Cost more =
+            child.isElement() ? costOf(child.toElement(), depth + 1) : LvTrackXml::Cost{1, 0};
+        cost.nodes += more.nodes;
+        cost.depthSum += more.depthSum;
+    }
+    return cost;
+}
+
 } // namespace
 
 class tst_LvTrackXml : public QObject
@@ -61,6 +78,8 @@ private Q_SLOTS:
     void shapesAreKept_data();
     void shapesAreKept();
     void deepEnclaves();
+    void costs_data();
+    void costs();
 };
 
 void tst_LvTrackXml::points_data()
@@ -170,6 +189,50 @@ void tst_LvTrackXml::deepEnclaves()
         track = outer;
     }
     QVERIFY(copyThroughText(track) == track);
+}
+
+void tst_LvTrackXml::costs_data()
+{
+    QTest::addColumn<LvGPXTrack>("track");
+    const QDateTime exactTime = utc("2023-06-01T10:00:00.250Z");
+    QList<LvGPXTrackPoint> plain;
+    QList<LvGPXTrackPoint> rich;
+    for (int index = 0; index < 200; ++index) {
+        plain.append(point(1, index * 0.1, index));
+        rich.append(point(1, index * 0.1, index % 2, index % 3 == 0 ? exactTime : QDateTime(),
+                          index % 5 == 0 ? QStringLiteral("Text") : QString()));
+    }
+    LvGPXTrack nested = line("outer", rich);
+    for (int depth = 0; depth < 20; ++depth) {
+        LvGPXTrack outer = line(QString::number(depth), depth % 2 == 0 ? plain : rich);
+        outer.addEnclave(nested);
+        nested = outer;
+    }
+    QTest::newRow("nothing") << LvGPXTrack();
+    QTest::newRow("compact") << line("A", plain);
+    QTest::newRow("point by point") << line("A", rich);
+    QTest::newRow("mixed segments") << LvGPXTrack(
+        "A", "text", {LvGPXTrackSegment(plain), LvGPXTrackSegment(rich), LvGPXTrackSegment()},
+        LvGPXTrackShapeEnum::linestring);
+    QTest::newRow("nested") << nested;
+}
+
+void tst_LvTrackXml::costs()
+{
+    QFETCH(LvGPXTrack, track);
+    QDomDocument document;
+    const QDomElement trk = newElement(document, LvTrackXml::trackTag());
+    LvTrackXml::writeTrack(trk, track);
+    constexpr int depth = 5;
+    const LvTrackXml::Cost real = costOf(trk, depth);
+    const LvTrackXml::Cost told = LvTrackXml::costOf(track, depth);
+    QVERIFY(told.nodes >= real.nodes);
+    QVERIFY(told.depthSum >= real.depthSum);
+    // It is not much more, or documents would be refused that can be read.
+    const int trackCount = 1 + document.elementsByTagName(LvTrackXml::trackTag()).size();
+    QVERIFY2(told.nodes <= real.nodes + 10 * trackCount,
+             qPrintable(QStringLiteral("%1 instead of %2").arg(told.nodes).arg(real.nodes)));
+    QVERIFY(told.depthSum <= 2 * real.depthSum + 100);
 }
 
 LV_TEST_MAIN(tst_LvTrackXml)
