@@ -137,7 +137,7 @@ void LvTrackLoadJob::collect(const std::shared_ptr<Run>& run)
     myRun.reset();
     LvGPXConfiguredTrackList tracks;
     QStringList messages;
-    for (LoadedFile& file : run->files) {
+    for (const LoadedFile& file : run->files) {
         tracks.append(file.tracks);
         messages += file.messages;
     }
