@@ -41,8 +41,8 @@ namespace
 
 constexpr int defaultSeconds = 600;
 constexpr int reports = 10; // the first tenth warms up: caches, pools of threads and of memory
-constexpr int mostTracks = 12;
-constexpr int mostPoints = 20000; // of a track
+constexpr int mostTracks = 8;
+constexpr int mostPoints = 5000; // of a segment
 constexpr double toleranceShare = 0.05;
 constexpr qint64 toleranceBytes = qint64(8) << 20; // the allocator keeps some of what is dropped
 
@@ -161,7 +161,7 @@ private:
 
     void draw(const LvGPXTrackSelection& selection)
     {
-        const QSize size(number(1, 900), number(1, 700));
+        const QSize size(number(1, 600), number(1, 450));
         const SoakRenderer renderer(selection, size, real(0.5, 2.5));
         myPixels += renderer.render(TrackRenderOption::Normal).sizeInBytes();
         QImage map(size, QImage::Format_RGB32);
@@ -189,7 +189,7 @@ private:
         const LvGPXConfiguredTrackList opened =
             LvTrackSelectionFactory::instance()->createConfiguredTrackList(
                 QList<QUrl>{QUrl::fromLocalFile(file.filePath())});
-        return opened.count() == 1 && opened.first().track().boundingBox().isValid();
+        return opened.count() == 1 && opened.at(0).track().boundingBox().isValid();
     }
 
     std::mt19937 myRandom;
@@ -222,16 +222,16 @@ int soak(int seconds, quint32 seed)
     qint64 last = 0;
     for (int report = 1; report <= reports; ++report) {
         const qint64 end = qint64(1000) * seconds * report / reports;
-        // The largest of several moments between documents: a single one may be a lucky one.
+        // The largest of all moments between documents: a single one may be a lucky one.
         last = 0;
-        while (timer.elapsed() < end) {
+        do {
             if (!session.runOnce()) {
                 std::fputs("a document did not come back as it was written\n", stderr);
                 return 1;
             }
             ++documents;
             last = std::max(last, residentBytes());
-        }
+        } while (timer.elapsed() < end);
         first = report == 1 ? last : first;
         std::printf("%6.1f s %8lld documents %9.1f MB\n", static_cast<double>(timer.elapsed()) / 1000.0,
                     static_cast<long long>(documents), megabytes(last));
