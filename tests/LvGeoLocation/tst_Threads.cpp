@@ -403,6 +403,11 @@ void tst_Threads::defaultConfiguration()
         for (int round = 0; !stopped; ++round) {
             settings->setDefaultTrackConfiguration(configuration(1 + round % 5));
             settings->setInstantlyAddLocations(round % 2 == 0);
+            if (round % 5 == 0) {
+                settings->saveSettings();
+            } else if (round % 7 == 0) {
+                settings->loadSettings();
+            }
         }
     });
     PerThread whole{};
@@ -421,6 +426,10 @@ void tst_Threads::defaultConfiguration()
     stopped = true;
     writer.join();
     QCOMPARE(whole, all(rounds));
+    // The store has what was set last, not what somebody else was about to save.
+    settings->setDefaultTrackConfiguration(configuration(4));
+    settings->loadSettings();
+    QVERIFY(settings->defaultTrackConfiguration() == configuration(4));
     settings->setInstantlyAddLocations(true);
     settings->setDefaultTrackConfiguration(LvGPXTrackConfiguration::defaultValue());
 }
