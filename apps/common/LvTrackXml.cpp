@@ -57,7 +57,7 @@ QString compactForm(const LvGPXTrackPoint& point)
 }
 
 /// Adds elements of that depth, each with so many other nodes: attributes (two each), a text.
-void addElements(LvTrackXml::Cost& cost, int depth, qint64 otherNodes, qint64 count = 1)
+void addElements(LvTrackXmlCost& cost, int depth, qint64 otherNodes, qint64 count = 1)
 {
     cost.nodes += count * (1 + otherNodes);
     cost.depthSum += count * 2 * depth; // one for each of its tags
@@ -68,7 +68,7 @@ bool standsInCompactForm(const QList<LvGPXTrackPoint>& points)
     return std::all_of(points.cbegin(), points.cend(), fitsCompactForm);
 }
 
-void addSegment(LvTrackXml::Cost& cost, const LvGPXTrackSegment& segment, int depth)
+void addSegment(LvTrackXmlCost& cost, const LvGPXTrackSegment& segment, int depth)
 {
     addElements(cost, depth, 0);
     const QList<LvGPXTrackPoint> points = segment.trackPoints();
@@ -146,10 +146,10 @@ void LvTrackXml::writeTrack(const QDomElement& trk, const LvGPXTrack& track)
     }
 }
 
-LvTrackXml::Cost LvTrackXml::costOf(const LvGPXTrack& track, int depth)
+LvTrackXmlCost LvTrackXml::costOf(const LvGPXTrack& track, int depth)
 {
     constexpr int ownTexts = 3; // name, shape, description
-    Cost cost;
+    LvTrackXmlCost cost;
     QList<std::pair<LvGPXTrack, int>> pending{{track, depth}};
     while (!pending.isEmpty()) {
         const auto [current, currentDepth] = pending.takeLast();

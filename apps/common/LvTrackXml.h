@@ -7,6 +7,12 @@ class QDateTime;
 class LvGPXTrack;
 class LvGPXTrackPoint;
 
+/// What it costs to read an element, counted as LvXMLLoader does.
+struct LvTrackXmlCost {
+    qint64 nodes = 0;
+    qint64 depthSum = 0; ///< the depths of the nodes added up
+};
+
 /**
  * Writing of tracks as XML in such a way that reading gives back what was written.
  *
@@ -25,15 +31,9 @@ QString trackTag();
 /// point by point. Segments without points are left out.
 void writeTrack(const QDomElement& trk, const LvGPXTrack& track);
 
-/// What it costs to read an element, counted as LvXMLLoader does.
-struct Cost {
-    qint64 nodes = 0;
-    qint64 depthSum = 0; ///< the depths of the nodes added up
-};
-
 /// What it costs to read the "trk" element of the track that stands at this depth (the document element has
 /// depth 1): never less than LvXMLLoader will count.
-Cost costOf(const LvGPXTrack& track, int depth);
+LvTrackXmlCost costOf(const LvGPXTrack& track, int depth);
 
 /// The time as an ISO 8601 text in UTC, with milliseconds where there are some: "2023-06-01T10:00:00Z". Empty
 /// for an invalid time and beyond the years 1 to 9999, which such texts cannot hold.

@@ -97,7 +97,7 @@ LvGPXTrackSelection withoutPoints(const LvGPXTrackSelection& selection)
     return result;
 }
 
-bool isReadable(const LvTrackXml::Cost& cost)
+bool isReadable(const LvTrackXmlCost& cost)
 {
     return cost.nodes <= LvXMLLoader::maximumNodes && cost.depthSum <= LvXMLLoader::maximumDepthSum;
 }
@@ -106,9 +106,9 @@ bool isReadable(const LvTrackXml::Cost& cost)
 /// would already take gigabytes.
 bool fitsOneDocument(const LvGPXConfiguredTrackList& tracks)
 {
-    LvTrackXml::Cost sum{nodesPerTrack, 0};
+    LvTrackXmlCost sum{nodesPerTrack, 0};
     for (const LvGPXConfiguredTrack& track : tracks) {
-        const LvTrackXml::Cost cost = LvTrackXml::costOf(track.track(), trackDepth);
+        const LvTrackXmlCost cost = LvTrackXml::costOf(track.track(), trackDepth);
         sum.nodes += cost.nodes + nodesPerTrack;
         sum.depthSum += cost.depthSum + qint64(nodesPerTrack) * trackDepth;
     }

@@ -46,16 +46,16 @@ QString elementOf(const LvGPXTrackPoint& point)
 }
 
 /// The nodes at and below an element, and their depths, counted as LvXMLLoader does in the text.
-LvTrackXml::Cost costOf(const QDomElement& element, int depth)
+LvTrackXmlCost costOf(const QDomElement& element, int depth)
 {
-    LvTrackXml::Cost cost{1 + 2 * element.attributes().count(), depth - 1};
+    LvTrackXmlCost cost{1 + 2 * element.attributes().count(), depth - 1};
     if (!element.hasChildNodes()) {
         return cost; // one tag
     }
     cost.depthSum += depth;
     for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
-        const LvTrackXml::Cost more =
-            child.isElement() ? costOf(child.toElement(), depth + 1) : LvTrackXml::Cost{1, 0};
+        const LvTrackXmlCost more =
+            child.isElement() ? costOf(child.toElement(), depth + 1) : LvTrackXmlCost{1, 0};
         cost.nodes += more.nodes;
         cost.depthSum += more.depthSum;
     }
@@ -224,8 +224,8 @@ void tst_LvTrackXml::costs()
     const QDomElement trk = newElement(document, LvTrackXml::trackTag());
     LvTrackXml::writeTrack(trk, track);
     constexpr int depth = 5;
-    const LvTrackXml::Cost real = costOf(trk, depth);
-    const LvTrackXml::Cost told = LvTrackXml::costOf(track, depth);
+    const LvTrackXmlCost real = costOf(trk, depth);
+    const LvTrackXmlCost told = LvTrackXml::costOf(track, depth);
     QVERIFY(told.nodes >= real.nodes);
     QVERIFY(told.depthSum >= real.depthSum);
     // It is not much more, or documents would be refused that can be read.
