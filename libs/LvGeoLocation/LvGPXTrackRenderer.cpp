@@ -1,6 +1,7 @@
 #include "LvGPXTrackRenderer.h"
 
 #include "LvConcurrent.h"
+#include "LvCropFade.h"
 #include "LvGPXConfiguredTrack.h"
 #include "LvGPXTrack.h"
 #include "LvGPXTrackConfiguration.h"
@@ -8,6 +9,8 @@
 #include "LvGPXTrackSmoothing.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
+#include "LvOutlineTiles.h"
+#include "LvVectorRegisters.h"
 
 #include <QLineF>
 #include <QPaintDevice>
@@ -18,6 +21,7 @@
 #include <cmath>
 #include <limits>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 namespace
@@ -42,8 +46,24 @@ constexpr double largestDrawnPixels = 10'000.0;
 // By how much antialiasing, and the rounding of hairlines, may reach over the exact outline of a figure.
 constexpr double outlineTolerancePixels = 2.0;
 
-// The empty rectangle in the place of the visible part of a device.
-constexpr QRectF everything;
+// Projecting this many points takes some ten microseconds; less is not worth a second thread.
+constexpr int pointsWorthThreads = 2048;
+
+// Tracks whose paths are made at once, in several threads. Fewer than the smallest number are left to the
+// threads of each track.
+constexpr qsizetype tracksPerBatch = 64;
+constexpr qsizetype tracksWorthThreads = 4;
+
+/// Calls the function with each list number, in several threads if there are enough points to pay for it.
+template <class Function>
+void forEachList(const QList<LvIntRange>& ranges, const QList<int>& numbers, const Function& function)
+{
+    if (ranges.isEmpty() || ranges.last().lastIndexEvenIfUnvalid() < pointsWorthThreads) {
+        std::for_each(numbers.begin(), numbers.end(), function);
+    } else {
+        LvConcurrent::blockingMap(numbers, function);
+    }
+}
 
 bool isDrawable(const QPointF& pixel)
 {
@@ -111,6 +131,11 @@ private:
 
 } // namespace
 
+struct LvGPXTrackRenderer::Figure {
+    LvGPXTrackShapeEnum shape = LvGPXTrackShapeEnum::unknown;
+    QPainterPath path; // empty for what is drawn as a point
+};
+
 LvGPXTrackRenderer::LvGPXTrackRenderer(const LvGPXTrackSelection& selection, const QSize& targetImageSize,
                                        double renderingFactor)
     : mySelection(selection)
@@ -170,23 +195,37 @@ QImage LvGPXTrackRenderer::renderImage(TrackRenderOption option, QPainter::Rende
         return {};
     }
     image.fill(Qt::transparent);
+    LvOutlineTiles tiles(image, hints);
     QPainter painter(&image);
     painter.setRenderHints(hints);
-    drawTracks(&painter, option, QRectF(image.rect()));
+    drawTracks(&painter, option, tiles);
+    tiles.flush();
     painter.end();
     return image;
 }
 
 void LvGPXTrackRenderer::renderWith(QPainter& painter, TrackRenderOption option) const
 {
-    drawTracks(&painter, option, everything);
-}
-
-void LvGPXTrackRenderer::drawTracks(QPainter* painter, TrackRenderOption option, const QRectF& visible) const
-{
     const LvGPXConfiguredTrackList tracks = mySelection.tracks();
     for (const LvGPXConfiguredTrack& track : tracks) {
-        drawTrack(painter, track, option, visible);
+        drawTrack(&painter, track, option);
+    }
+}
+
+void LvGPXTrackRenderer::drawTracks(QPainter* painter, TrackRenderOption option, LvOutlineTiles& tiles) const
+{
+    const LvGPXConfiguredTrackList tracks = mySelection.tracks();
+    const qsizetype batch = tracks.count() < tracksWorthThreads ? 1 : tracksPerBatch;
+    for (qsizetype first = 0; first < tracks.count(); first += batch) {
+        const qsizetype count = std::min(batch, tracks.count() - first);
+        std::vector<Figure> figures(static_cast<size_t>(count));
+        LvConcurrent::forEachIndex(count, [this, first, &tracks, &figures](qsizetype index) {
+            figures[static_cast<size_t>(index)] = figureOf(tracks.at(first + index));
+        });
+        for (qsizetype index = 0; index < count; ++index) {
+            drawFigure(painter, tracks.at(first + index), figures[static_cast<size_t>(index)], option,
+                       &tiles);
+        }
     }
 }
 
@@ -196,23 +235,26 @@ QImage LvGPXTrackRenderer::crop(const QImage& background) const
     if (opacity == opaque) {
         return background;
     }
-    const QImage mask = render(TrackRenderOption::Foreground);
+    const QImage mask = renderImage(TrackRenderOption::Foreground, QPainter::Antialiasing);
     QImage result = background.convertToFormat(QImage::Format_ARGB32);
-    const int lowest = std::clamp(opacity, 0, opaque);
-    std::array<uchar, 256> table = {};
-    for (int i = 0; i <= opaque; ++i) {
-        table.at(static_cast<size_t>(i)) =
-            static_cast<uchar>(std::min(opaque, lowest + ((opaque - lowest) * i) / opaque));
-    }
-    // Every piece writes through an image of its own over the common pixels: asking one image for its pixels
-    // from several threads would change its counters unguarded.
-    uchar* pixels = result.bits();
-    const QSize size = result.size();
-    const qsizetype bytesPerLine = result.bytesPerLine();
+    const auto lowest = static_cast<quint32>(std::clamp(opacity, 0, opaque));
+    // Threads write to the common pixels: asking one image for them from several threads would change its
+    // counters unguarded.
+    auto* pixels = reinterpret_cast<QRgb*>(result.bits());
+    const qsizetype pixelsPerLine = result.bytesPerLine() / qsizetype{sizeof(QRgb)};
+    const int width = result.width();
+    const std::vector<QRgb> uncovered(static_cast<size_t>(width));
     QList<LvIntRange> pieces = LvIntRange::rowsOfImage(result).splitEvenlyForCpuCores();
-    LvConcurrent::blockingMap(pieces, [pixels, size, bytesPerLine, &mask, &table](const LvIntRange& rows) {
-        QImage window(pixels, size.width(), size.height(), bytesPerLine, QImage::Format_ARGB32);
-        mergeCropping(window, mask, rows, table);
+    LvConcurrent::blockingMap(pieces, [=, &mask, &uncovered](const LvIntRange& rows) {
+        for (int row = rows.firstIndex(); row < rows.lastIndexEvenIfUnvalid(); ++row) {
+            QRgb* line = pixels + row * pixelsPerLine;
+            const int covered = row < mask.height() ? std::min(width, mask.width()) : 0;
+            if (covered > 0) {
+                const auto* covers = reinterpret_cast<const QRgb*>(mask.constScanLine(row));
+                LvCropFade::fadeRow(line, line, covers, covered, lowest);
+            }
+            LvCropFade::fadeRow(line + covered, line + covered, uncovered.data(), width - covered, lowest);
+        }
     });
     return result;
 }
@@ -265,90 +307,105 @@ LvIntRange LvGPXTrackRenderer::visibleShifts(QPainter* painter) const
 }
 
 template <class Draw>
-void LvGPXTrackRenderer::repeatAroundTheWorld(QPainter* painter, const QRectF& touched, const QRectF& visible,
-                                              const Draw& draw) const
+void LvGPXTrackRenderer::repeatAroundTheWorld(QPainter* painter, const QRectF& touched,
+                                              const LvOutlineTiles* tiles, const Draw& draw) const
 {
     const QPointF world = aroundTheWorldOffset();
     const LvIntRange shifts = visibleShifts(painter);
     for (int shift = shifts.firstIndex(); shift < shifts.lastIndexEvenIfUnvalid(); ++shift) {
         const QPointF offset = shift == 0 ? QPointF() : shift * world;
-        if (!isDrawable(offset) || (!visible.isNull() && !visible.intersects(touched.translated(offset)))) {
+        if (!isDrawable(offset)
+            || (tiles != nullptr && !tiles->rect().intersects(touched.translated(offset)))) {
             continue;
         }
         const LvPainterSaver saver(painter);
         painter->translate(offset);
-        draw();
+        draw(offset);
     }
+}
+
+LvGPXTrackRenderer::Figure LvGPXTrackRenderer::figureOf(const LvGPXConfiguredTrack& track) const
+{
+    const LvGPXTrackShapeEnum shape = track.effectiveShape().value();
+    return {shape, shape == LvGPXTrackShapeEnum::point ? QPainterPath() : createPainterPath(track)};
 }
 
 void LvGPXTrackRenderer::drawTrack(QPainter* painter, const LvGPXConfiguredTrack& track,
                                    TrackRenderOption option) const
 {
-    drawTrack(painter, track, option, everything);
-}
-
-void LvGPXTrackRenderer::drawTrack(QPainter* painter, const LvGPXConfiguredTrack& track,
-                                   TrackRenderOption option, const QRectF& visible) const
-{
-    switch (track.effectiveShape().value()) {
-    case LvGPXTrackShapeEnum::polygon:
-        drawPolygon(painter, track, option, visible);
-        break;
-    case LvGPXTrackShapeEnum::point:
-        drawPoint(painter, track, option, visible);
-        break;
-    default:
-        drawLine(painter, track, option, visible);
-        break;
-    }
+    drawFigure(painter, track, figureOf(track), option, nullptr);
 }
 
 void LvGPXTrackRenderer::drawLine(QPainter* painter, const LvGPXConfiguredTrack& track,
                                   TrackRenderOption option) const
 {
-    drawLine(painter, track, option, everything);
-}
-
-void LvGPXTrackRenderer::drawLine(QPainter* painter, const LvGPXConfiguredTrack& track,
-                                  TrackRenderOption option, const QRectF& visible) const
-{
-    const QPainterPath path = createPainterPath(track);
-    if (path.isEmpty()) {
-        drawPoint(painter, track, option, visible);
-        return;
-    }
-    const LvGPXTrackConfiguration config = track.configuration();
-    repeatAroundTheWorld(painter, touchedBy(path, config, option), visible,
-                         [&] { drawLine(painter, path, config, option); });
+    drawFigure(painter, track, {LvGPXTrackShapeEnum::linestring, createPainterPath(track)}, option, nullptr);
 }
 
 void LvGPXTrackRenderer::drawPolygon(QPainter* painter, const LvGPXConfiguredTrack& track,
                                      TrackRenderOption option) const
 {
-    drawPolygon(painter, track, option, everything);
+    drawFigure(painter, track, {LvGPXTrackShapeEnum::polygon, createPainterPath(track)}, option, nullptr);
 }
 
-void LvGPXTrackRenderer::drawPolygon(QPainter* painter, const LvGPXConfiguredTrack& track,
-                                     TrackRenderOption option, const QRectF& visible) const
+void LvGPXTrackRenderer::drawFigure(QPainter* painter, const LvGPXConfiguredTrack& track,
+                                    const Figure& figure, TrackRenderOption option,
+                                    LvOutlineTiles* tiles) const
 {
-    const QPainterPath path = createPainterPath(track);
-    if (path.isEmpty()) {
-        drawPoint(painter, track, option, visible);
+    if (figure.path.isEmpty()) {
+        drawPoint(painter, track, option, tiles);
         return;
     }
     const LvGPXTrackConfiguration config = track.configuration();
-    repeatAroundTheWorld(painter, touchedBy(path, config, option), visible,
-                         [&] { drawPolygon(painter, path, config, option); });
+    const bool isArea = figure.shape == LvGPXTrackShapeEnum::polygon;
+    repeatAroundTheWorld(painter, touchedBy(figure.path, config, option), tiles, [&](const QPointF& offset) {
+        if (tiles != nullptr) {
+            drawOnTiles(painter, offset, figure, config, option, *tiles);
+        } else if (isArea) {
+            drawPolygon(painter, figure.path, config, option);
+        } else {
+            drawLine(painter, figure.path, config, option);
+        }
+    });
+}
+
+/// Draws what drawPolygon() and drawLine() draw of a path, to the pixel.
+void LvGPXTrackRenderer::drawOnTiles(QPainter* painter, const QPointF& offset, const Figure& figure,
+                                     const LvGPXTrackConfiguration& config, TrackRenderOption option,
+                                     LvOutlineTiles& tiles) const
+{
+    const bool isArea = figure.shape == LvGPXTrackShapeEnum::polygon;
+    if (isArea && hasFill(config, option)) {
+        tiles.flush();
+        fillPath(painter, figure.path, config, option);
+    }
+    if (!hasStroke(config, option)) {
+        return;
+    }
+    if (!tiles.add(figure.path, offset, penFromTrack(config, option))) {
+        tiles.flush();
+        drawPath(painter, figure.path, config, option);
+    }
+    if (isArea || !hasArrow(config)) {
+        return;
+    }
+    const double reach = std::abs(solidPenFromTrack(config, option).widthF())
+        + std::abs(scale(longestBarbPixels)) + outlineTolerancePixels;
+    const QPointF tip = elementAt(figure.path, figure.path.elementCount() - 1) + offset;
+    if (tiles.rect().adjusted(-reach, -reach, reach, reach).contains(tip)) {
+        tiles.flush();
+        drawArrowHead(painter, figure.path, config, option);
+    }
 }
 
 void LvGPXTrackRenderer::drawPoint(QPainter* painter, const LvGPXConfiguredTrack& track,
                                    TrackRenderOption option) const
 {
-    drawPoint(painter, track, option, everything);
+    drawPoint(painter, track, option, nullptr);
 }
 
 void LvGPXTrackRenderer::drawPoint(QPainter* painter, const LvGPXConfiguredTrack& track,
-                                   TrackRenderOption option, const QRectF& visible) const
+                                   TrackRenderOption option, LvOutlineTiles* tiles) const
 {
     const LvGPXTrackConfiguration config = track.configuration();
     const bool stroke = hasStroke(config, option);
@@ -372,8 +429,12 @@ void LvGPXTrackRenderer::drawPoint(QPainter* painter, const LvGPXConfiguredTrack
     painter->setBrush(fill ? brushFromTrack(config, option) : QBrush(Qt::transparent, Qt::SolidPattern));
     const double reach = std::abs(size) + painter->pen().widthF() + outlineTolerancePixels;
     const QRectF touched(centre - QPointF(reach, reach), centre + QPointF(reach, reach));
-    repeatAroundTheWorld(painter, touched, visible,
-                         [&] { config.markerShape().draw(painter, centre, size, size); });
+    repeatAroundTheWorld(painter, touched, tiles, [&](const QPointF& /*offset*/) {
+        if (tiles != nullptr) {
+            tiles->flush(); // later tracks lie on top
+        }
+        config.markerShape().draw(painter, centre, size, size);
+    });
 }
 
 void LvGPXTrackRenderer::drawPath(QPainter* painter, const QPainterPath& path,
@@ -385,6 +446,7 @@ void LvGPXTrackRenderer::drawPath(QPainter* painter, const QPainterPath& path,
     const LvPainterSaver saver(painter);
     painter->setPen(penFromTrack(config, option));
     painter->setBrush(Qt::NoBrush);
+    LvVectorRegisters::clearUpperHalves();
     painter->drawPath(path);
 }
 
@@ -400,11 +462,17 @@ void LvGPXTrackRenderer::drawLine(QPainter* painter, const QPainterPath& path,
 void LvGPXTrackRenderer::drawPolygon(QPainter* painter, const QPainterPath& path,
                                      const LvGPXTrackConfiguration& config, TrackRenderOption option) const
 {
+    fillPath(painter, path, config, option);
+    drawPath(painter, path, config, option);
+}
+
+void LvGPXTrackRenderer::fillPath(QPainter* painter, const QPainterPath& path,
+                                  const LvGPXTrackConfiguration& config, TrackRenderOption option) const
+{
     if (hasFill(config, option)) {
         const LvPainterSaver saver(painter);
         painter->fillPath(path, brushFromTrack(config, option));
     }
-    drawPath(painter, path, config, option);
 }
 
 void LvGPXTrackRenderer::drawArrowHead(QPainter* painter, const QPainterPath& path,
@@ -469,12 +537,17 @@ QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXTrack& track, int 
     std::vector<QPointF> points(static_cast<size_t>(count));
     QList<QPointF> offsets;
     const bool hasCrossings = createDateLineCrossingOffsets(lists, ranges, numbers, offsets);
-    projectPointsPP(lists, ranges, numbers, points.data());
+    if (count < pointsWorthThreads) {
+        for (const int number : std::as_const(numbers)) {
+            projectPoints(lists.at(number), ranges.at(number), points.data());
+        }
+    } else {
+        projectPointsPP(lists, ranges, numbers, points.data());
+    }
     if (hasCrossings) {
-        QList<LvIntRange> shifted = ranges;
         const QPointF* shifts = offsets.constData();
-        LvConcurrent::blockingMap(shifted, [shifts, &points](const LvIntRange& range) {
-            shiftProjected(range, shifts, points.data());
+        forEachList(ranges, numbers, [shifts, &ranges, &points](int number) {
+            shiftProjected(ranges.at(number), shifts, points.data());
         });
     }
     if (strength != unsmoothedStrength) {
@@ -575,8 +648,10 @@ QPointF LvGPXTrackRenderer::movePolar(const QPointF& point, double length, doubl
 void LvGPXTrackRenderer::projectPoints(const LvGeoPositionList& positions, const LvIntRange& range,
                                        QPointF* points) const
 {
+    LvVectorRegisters::clearUpperHalves();
     const int first = range.firstIndex();
-    for (int index = first; index < range.lastIndexEvenIfUnvalid(); ++index) {
+    const int end = range.lastIndexEvenIfUnvalid();
+    for (int index = first; index < end; ++index) {
         points[index] = project(positions.at(index - first));
     }
 }
@@ -585,8 +660,7 @@ void LvGPXTrackRenderer::projectPointsPP(const QList<LvGeoPositionList>& lists,
                                          const QList<LvIntRange>& ranges, const QList<int>& numbers,
                                          QPointF* points) const
 {
-    QList<int> items = numbers;
-    LvConcurrent::blockingMap(items, [this, &lists, &ranges, points](int number) {
+    LvConcurrent::blockingMap(numbers, [this, &lists, &ranges, points](int number) {
         projectPoints(lists.at(number), ranges.at(number), points);
     });
 }
@@ -600,8 +674,9 @@ void LvGPXTrackRenderer::shiftProjected(const LvIntRange& range, const QPointF* 
 
 int LvGPXTrackRenderer::checkDateLineCrossing(const LvGeoPosition& a, const LvGeoPosition& b)
 {
+    // Nearly all steps stay within a hemisphere, so that is asked first.
     const bool fromEast = a.isInEasternHemisphere();
-    if (a.longitude() == b.longitude() || fromEast == b.isInEasternHemisphere()
+    if (fromEast == b.isInEasternHemisphere() || a.longitude() == b.longitude()
         || a.isEastOf(b) == fromEast) { // the last: over the prime meridian
         return 0;
     }
@@ -633,8 +708,7 @@ bool LvGPXTrackRenderer::createDateLineCrossingOffsets(const QList<LvGeoPosition
 {
     const int count = ranges.isEmpty() ? 0 : ranges.last().lastIndexEvenIfUnvalid();
     std::vector<int> crossings(static_cast<size_t>(count));
-    QList<int> items = numbers;
-    LvConcurrent::blockingMap(items, [&lists, &ranges, &crossings](int number) {
+    forEachList(ranges, numbers, [&lists, &ranges, &crossings](int number) {
         checkDateLineCrossings(number, lists, ranges, crossings.data());
     });
     if (std::all_of(crossings.begin(), crossings.end(), [](int crossing) { return crossing == 0; })) {

@@ -23,6 +23,7 @@ class LvGPXTrack;
 class LvGPXTrackConfiguration;
 class LvGeoPosition;
 class LvGeoPositionList;
+class LvOutlineTiles;
 
 /**
  * What a drawing is for. Any other value draws lines as wide as their halo, with the colours as configured
@@ -204,20 +205,24 @@ protected:
     LvGPXTrackRenderer& operator=(LvGPXTrackRenderer&& other) noexcept;
 
 private:
-    // Where a visible part is given, copies of the world that do not touch it are left out; an empty
-    // rectangle stands for everything.
+    struct Figure; // a track's shape and path
+
+    // Where tiles are given, the painter paints onto their image: outlines are left to them, and copies of
+    // the world that do not touch it are left out.
     [[nodiscard]] QImage renderImage(TrackRenderOption option, QPainter::RenderHints hints) const;
-    void drawTracks(QPainter* painter, TrackRenderOption option, const QRectF& visible) const;
-    void drawTrack(QPainter* painter, const LvGPXConfiguredTrack& track, TrackRenderOption option,
-                   const QRectF& visible) const;
-    void drawLine(QPainter* painter, const LvGPXConfiguredTrack& track, TrackRenderOption option,
-                  const QRectF& visible) const;
-    void drawPolygon(QPainter* painter, const LvGPXConfiguredTrack& track, TrackRenderOption option,
-                     const QRectF& visible) const;
+    void drawTracks(QPainter* painter, TrackRenderOption option, LvOutlineTiles& tiles) const;
+    [[nodiscard]] Figure figureOf(const LvGPXConfiguredTrack& track) const;
+    void drawFigure(QPainter* painter, const LvGPXConfiguredTrack& track, const Figure& figure,
+                    TrackRenderOption option, LvOutlineTiles* tiles) const;
+    void drawOnTiles(QPainter* painter, const QPointF& offset, const Figure& figure,
+                     const LvGPXTrackConfiguration& config, TrackRenderOption option,
+                     LvOutlineTiles& tiles) const;
     void drawPoint(QPainter* painter, const LvGPXConfiguredTrack& track, TrackRenderOption option,
-                   const QRectF& visible) const;
+                   LvOutlineTiles* tiles) const;
+    void fillPath(QPainter* painter, const QPainterPath& path, const LvGPXTrackConfiguration& config,
+                  TrackRenderOption option) const;
     template <class Draw>
-    void repeatAroundTheWorld(QPainter* painter, const QRectF& touched, const QRectF& visible,
+    void repeatAroundTheWorld(QPainter* painter, const QRectF& touched, const LvOutlineTiles* tiles,
                               const Draw& draw) const;
     [[nodiscard]] QRectF touchedBy(const QPainterPath& path, const LvGPXTrackConfiguration& config,
                                    TrackRenderOption option) const;
