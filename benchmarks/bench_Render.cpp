@@ -1,5 +1,8 @@
-// Drawing: long tracks at several zooms, many tracks, areas, and the fading of a map outside of the tracks.
+// Drawing: long tracks at several zooms, many tracks, and the fading of a map outside of the tracks, compared
+// with the plain way to the same pixels and with other programs. Areas and smoothed paths for themselves.
 
+#include "LvBenchmarkInputs.h"
+#include "LvBenchmarkProgram.h"
 #include "LvGPXConfiguredTrack.h"
 #include "LvGPXTrack.h"
 #include "LvGPXTrackConfiguration.h"
@@ -8,38 +11,39 @@
 #include "LvGPXTrackSegment.h"
 #include "LvGPXTrackSelection.h"
 #include "LvGeoPosition.h"
+#include "LvGeoPositionList.h"
 #include "LvGeoPositionRect.h"
 #include "LvMapProjection.h"
 
-#include <QCoreApplication>
 #include <QDateTime>
-#include <QRandomGenerator>
+#include <QGuiApplication>
+#include <QPainter>
+#include <QPainterPath>
+#include <QThreadPool>
 
-#include <benchmark/benchmark.h>
 #include <cmath>
+#include <memory>
 #include <numbers>
+#include <vector>
+
+#ifdef LV_HAS_CAIRO
+#include <cairo.h>
+#endif
+#ifdef LV_HAS_MAPNIK
+#include "LvMapnikPeer.h"
+#endif
+#ifdef __x86_64__
+#include <immintrin.h>
+#endif
 
 namespace
 {
 
-constexpr quint32 seed = 20240521;
-const QSize pictureSize(1280, 800);
-
-/// What the picture shows: the larger, the farther away.
-enum Zoom { Street, Region, World };
-
-LvGeoPositionRect shownBox(Zoom zoom)
-{
-    switch (zoom) {
-    case Street:
-        return {LvGeoPosition(53.05, 8.76), LvGeoPosition(53.10, 8.86)};
-    case Region:
-        return {LvGeoPosition(52.0, 7.0), LvGeoPosition(54.0, 11.0)};
-    case World:
-        break;
-    }
-    return {LvGeoPosition(-60.0, -179.0), LvGeoPosition(75.0, 179.0)};
-}
+constexpr QSize pictureSize(1920, 1080);
+constexpr QSize croppedSize(3840, 2160);
+constexpr double lineWidth = 10.0;
+constexpr double thinningPixels = 4.0;
+constexpr int croppingOpacity = 80;
 
 class MapRenderer : public LvGPXTrackRenderer
 {
@@ -55,24 +59,19 @@ public:
         return myProjection.projectate(position);
     }
 
+    [[nodiscard]] LvGeoPositionRect shownBox() const { return myProjection.resultBoundingBox(); }
+
 private:
     LvMapProjection myProjection;
 };
 
-/// A walk around a place in Bremen that keeps its direction for a while, as people and vehicles do.
-LvGPXTrack walk(QRandomGenerator& random, qint64 count, LvGPXTrackShapeEnum shape)
+LvGPXTrack trackOf(const std::vector<LvBenchmarkInputs::Degrees>& places, LvGPXTrackShapeEnum shape)
 {
-    constexpr double stepDegrees = 0.0002;
-    double latitude = 53.0792962 + (random.generateDouble() - 0.5) * 0.2;
-    double longitude = 8.806422 + (random.generateDouble() - 0.5) * 0.4;
-    double direction = 2.0 * std::numbers::pi * random.generateDouble();
     QList<LvGPXTrackPoint> points;
-    points.reserve(count);
-    for (qint64 i = 0; i < count; ++i) {
-        direction += (random.generateDouble() - 0.5) * 0.4;
-        latitude += stepDegrees * std::sin(direction);
-        longitude += stepDegrees * std::cos(direction);
-        points.append(LvGPXTrackPoint(LvGeoPosition(latitude, longitude), 0, QDateTime(), QString()));
+    points.reserve(static_cast<qsizetype>(places.size()));
+    for (const LvBenchmarkInputs::Degrees& place : places) {
+        points.append(
+            LvGPXTrackPoint(LvGeoPosition(place.latitude, place.longitude), 0, QDateTime(), QString()));
     }
     return {QStringLiteral("walk"), QString(), {LvGPXTrackSegment(points)}, LvGPXTrackShape(shape)};
 }
@@ -82,128 +81,414 @@ LvGPXTrackSelection walks(qint64 tracks, qint64 pointsPerTrack,
 {
     LvGPXTrackConfiguration configuration = LvGPXTrackConfiguration::defaultValue();
     configuration.setTrackShape(shape);
-    configuration.setLineWidth(3.0);
-    configuration.setHaloWidth(4.0);
+    configuration.setLineColor(Qt::blue);
+    configuration.setLineWidth(lineWidth);
+    configuration.setHaloWidth(0.0);
     configuration.setSmoothingStrength(smoothing);
-    QRandomGenerator random(seed);
     LvGPXTrackSelection selection;
-    for (qint64 i = 0; i < tracks; ++i) {
-        selection.addTrack(LvGPXConfiguredTrack(walk(random, pointsPerTrack, shape), configuration));
+    for (qint64 number = 0; number < tracks; ++number) {
+        const auto places = tracks == 1
+            ? LvBenchmarkInputs::walk(pointsPerTrack)
+            : LvBenchmarkInputs::walk(pointsPerTrack, static_cast<quint32>(number + 1));
+        selection.addTrack(LvGPXConfiguredTrack(trackOf(places, shape), configuration));
     }
     return selection;
 }
 
-void countPoints(benchmark::State& state, qint64 points)
+LvGeoPositionRect boundingBox(const LvGPXTrackSelection& selection)
 {
-    state.SetItemsProcessed(state.iterations() * points);
+    LvGeoPositionList corners;
+    for (int index = 0; index < selection.count(); ++index) {
+        const LvGeoPositionRect box = selection.value(index).track().boundingBox();
+        corners.append(LvGeoPosition(box.south().decimalDegrees(), box.west().decimalDegrees()));
+        corners.append(LvGeoPosition(box.north().decimalDegrees(), box.east().decimalDegrees()));
+    }
+    return corners.boundingBox();
 }
 
-void render(benchmark::State& state, const LvGPXTrackSelection& selection, Zoom zoom, qint64 points)
+/// What a picture shows when it is magnified around a place.
+LvGeoPositionRect magnified(const LvGeoPositionRect& box, const LvGeoPosition& centre, double factor)
 {
-    const MapRenderer renderer(selection, pictureSize, shownBox(zoom));
+    const double height = (box.north().decimalDegrees() - box.south().decimalDegrees()) / factor / 2.0;
+    const double width = (box.east().decimalDegrees() - box.west().decimalDegrees()) / factor / 2.0;
+    const double latitude = centre.latitude().decimalDegrees();
+    const double longitude = centre.longitude().decimalDegrees();
+    return {LvGeoPosition(latitude - height, longitude - width),
+            LvGeoPosition(latitude + height, longitude + width)};
+}
+
+LvGeoPosition middleOf(const LvGPXTrackSelection& selection)
+{
+    const LvGeoPositionList positions = selection.value(0).track().allPoints();
+    return positions.at(positions.size() / 2);
+}
+
+std::vector<LvBenchmarkInputs::Degrees> degreesOf(const LvGPXTrack& track)
+{
+    std::vector<LvBenchmarkInputs::Degrees> result;
+    const LvGeoPositionList positions = track.allPoints();
+    for (const LvGeoPosition& position : positions) {
+        result.push_back({position.latitude().decimalDegrees(), position.longitude().decimalDegrees()});
+    }
+    return result;
+}
+
+/// A desktop program has always painted before. That is not without effect: some of the toolkit's loops leave
+/// the vector registers in a state in which the mathematical library is many times slower.
+void paintSomething()
+{
+    QImage image(200, 200, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(Qt::black, 3.0));
+    painter.drawEllipse(QRectF(20.0, 20.0, 150.0, 120.0));
+    benchmark::DoNotOptimize(image.constBits());
+}
+
+#ifdef __x86_64__
+__attribute__((target("avx"))) void clearUpperRegisterHalves()
+{
+    _mm256_zeroupper();
+}
+#endif
+
+/// The formula of the projection for numbers that lie side by side, and nothing else.
+void projectBarely(benchmark::State& state, const std::vector<LvBenchmarkInputs::Degrees>& places)
+{
+    std::vector<QPointF> pixels(places.size());
+    for (auto _ : state) {
+#ifdef __x86_64__
+        if (__builtin_cpu_supports("avx")) {
+            clearUpperRegisterHalves();
+        }
+#endif
+        for (size_t index = 0; index < places.size(); ++index) {
+            const LvBenchmarkInputs::Degrees& place = places[index];
+            pixels[index] = {(place.longitude + 180.0) / 360.0,
+                             std::log(std::tan((90.0 - place.latitude) * std::numbers::pi / 360.0))};
+        }
+        benchmark::DoNotOptimize(pixels.data());
+    }
+}
+
+void makePath(benchmark::State& state, const MapRenderer& renderer)
+{
+    const LvGPXConfiguredTrack track = renderer.selection().value(0);
+    for (auto _ : state) {
+        state.PauseTiming();
+        paintSomething();
+        state.ResumeTiming();
+        const QPainterPath path = renderer.createPainterPath(track);
+        benchmark::DoNotOptimize(path.elementCount());
+    }
+}
+
+void render(benchmark::State& state, const MapRenderer& renderer)
+{
+    const int drawn = renderer.createPainterPath(renderer.selection().value(0)).elementCount();
+    state.SetLabel(QStringLiteral("%L1 points left in the first path").arg(drawn).toStdString());
     for (auto _ : state) {
         const QImage image = renderer.render(TrackRenderOption::Normal);
         benchmark::DoNotOptimize(image.constBits());
     }
-    countPoints(state, points);
 }
 
-void longTrack(benchmark::State& state)
+template <class Draw>
+QImage drawnOnOwnImage(const Draw& draw)
 {
-    const qint64 points = state.range(0);
-    render(state, walks(1, points), static_cast<Zoom>(state.range(1)), points);
+    QImage image(pictureSize, QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    draw(painter);
+    painter.end();
+    return image.convertToFormat(QImage::Format_ARGB32);
 }
 
-BENCHMARK(longTrack)
-    ->ArgNames({"points", "zoom"})
-    ->ArgsProduct({{10000, 100000}, {Street, Region, World}})
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-
-void millionPoints(benchmark::State& state)
+/// By the renderer, with a painter that it does not know.
+QImage drawnWithForeignPainter(const MapRenderer& renderer)
 {
-    constexpr qint64 points = 1000000;
-    render(state, walks(1, points), static_cast<Zoom>(state.range(0)), points);
+    return drawnOnOwnImage(
+        [&](QPainter& painter) { renderer.renderWith(painter, TrackRenderOption::Normal); });
 }
 
-BENCHMARK(millionPoints)
-    ->ArgName("zoom")
-    ->Arg(Region)
-    ->Arg(World)
-    ->Iterations(1)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-
-void thousandTracksOfThousandPoints(benchmark::State& state)
+/// The points without those that are too close to the one before; empty where all are.
+QPainterPath thinned(const std::vector<QPointF>& pixels)
 {
-    render(state, walks(1000, 1000), static_cast<Zoom>(state.range(0)), 1000 * 1000);
-}
-
-BENCHMARK(thousandTracksOfThousandPoints)
-    ->ArgName("zoom")
-    ->Arg(Street)
-    ->Arg(Region)
-    ->Arg(World)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-
-void area(benchmark::State& state)
-{
-    const qint64 points = state.range(0);
-    render(state, walks(1, points, LvGPXTrackShapeEnum::polygon), Region, points);
-}
-
-BENCHMARK(area)->ArgName("points")->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();
-
-/// From the track to its path, before anything is painted: gathering, date line, projection, thinning.
-void painterPath(benchmark::State& state)
-{
-    const qint64 points = state.range(0);
-    const int smoothing = static_cast<int>(state.range(1));
-    const LvGPXTrackSelection selection = walks(1, points, LvGPXTrackShapeEnum::linestring, smoothing);
-    const MapRenderer renderer(selection, pictureSize, shownBox(Region));
-    const LvGPXConfiguredTrack track = selection.value(0);
-    for (auto _ : state) {
-        const QPainterPath path = renderer.createPainterPath(track);
-        benchmark::DoNotOptimize(path.elementCount());
+    QPainterPath path(pixels.front());
+    QPointF last = pixels.front();
+    for (const QPointF& pixel : pixels) {
+        if ((pixel - last).manhattanLength() > thinningPixels) {
+            path.lineTo(pixel);
+            last = pixel;
+        }
     }
-    countPoints(state, points);
+    if (path.elementCount() <= 1) {
+        return {};
+    }
+    path.lineTo(pixels.back());
+    return path;
 }
 
-BENCHMARK(painterPath)
-    ->ArgNames({"points", "smoothing"})
-    ->ArgsProduct({{1000, 100000}, {100, 50}})
-    ->Unit(benchmark::kMicrosecond)
-    ->UseRealTime();
-
-/// Pixels per second of the fading, the drawing of its mask included.
-void crop(benchmark::State& state)
+/// Point by point, the way every program begins with: project, leave out what is too close, stroke each world
+/// copy.
+QImage drawnPlainly(const MapRenderer& renderer)
 {
-    const QSize size(static_cast<int>(state.range(0)), static_cast<int>(state.range(0)));
-    LvGPXTrackSelection selection = walks(1, 5000);
-    selection.setCroppingOpacity(80);
-    const MapRenderer renderer(selection, size, shownBox(Region));
-    QImage background(size, QImage::Format_ARGB32);
-    background.fill(Qt::darkGreen);
+    return drawnOnOwnImage([&](QPainter& painter) {
+        const QPointF world = renderer.aroundTheWorldOffset();
+        const LvIntRange shifts = renderer.visibleShifts(&painter);
+        for (int number = 0; number < renderer.selection().count(); ++number) {
+            const LvGPXConfiguredTrack track = renderer.selection().value(number);
+            std::vector<QPointF> pixels;
+            const LvGeoPositionList positions = track.track().allPoints();
+            pixels.reserve(static_cast<size_t>(positions.size()));
+            for (const LvGeoPosition& position : positions) {
+                pixels.push_back(renderer.project(position));
+            }
+            const QPainterPath path = thinned(pixels);
+            if (path.isEmpty()) {
+                renderer.drawPoint(&painter, track, TrackRenderOption::Normal);
+                continue;
+            }
+            painter.setPen(renderer.penFromTrack(track.configuration(), TrackRenderOption::Normal));
+            for (int shift = shifts.firstIndex(); shift < shifts.lastIndexEvenIfUnvalid(); ++shift) {
+                painter.save();
+                painter.translate(shift * world);
+                painter.drawPath(path);
+                painter.restore();
+            }
+        }
+    });
+}
+
+void drawImage(benchmark::State& state, const MapRenderer& renderer, QImage (*draw)(const MapRenderer&))
+{
     for (auto _ : state) {
-        const QImage image = renderer.crop(background);
+        const QImage image = draw(renderer);
         benchmark::DoNotOptimize(image.constBits());
     }
-    state.SetItemsProcessed(state.iterations() * size.width() * size.height());
 }
 
-BENCHMARK(crop)->ArgName("side")->Arg(512)->Arg(2048)->Unit(benchmark::kMillisecond)->UseRealTime();
+#ifdef LV_HAS_CAIRO
+/// The stroke alone: the points are projected and thinned already.
+void strokeWithCairo(benchmark::State& state, const MapRenderer& renderer)
+{
+    std::vector<QPainterPath> paths;
+    for (int number = 0; number < renderer.selection().count(); ++number) {
+        paths.push_back(renderer.createPainterPath(renderer.selection().value(number)));
+    }
+    for (auto _ : state) {
+        cairo_surface_t* surface =
+            cairo_image_surface_create(CAIRO_FORMAT_ARGB32, pictureSize.width(), pictureSize.height());
+        cairo_t* context = cairo_create(surface);
+        cairo_set_source_rgb(context, 0.0, 0.0, 1.0);
+        cairo_set_line_width(context, lineWidth);
+        cairo_set_line_cap(context, CAIRO_LINE_CAP_ROUND);
+        cairo_set_line_join(context, CAIRO_LINE_JOIN_ROUND);
+        for (const QPainterPath& path : paths) {
+            for (int index = 0; index < path.elementCount(); ++index) {
+                const QPainterPath::Element element = path.elementAt(index);
+                if (element.isMoveTo()) {
+                    cairo_move_to(context, element.x, element.y);
+                } else {
+                    cairo_line_to(context, element.x, element.y);
+                }
+            }
+            cairo_stroke(context);
+        }
+        cairo_surface_flush(surface);
+        benchmark::DoNotOptimize(cairo_image_surface_get_data(surface));
+        cairo_destroy(context);
+        cairo_surface_destroy(surface);
+    }
+}
+#endif
+
+#ifdef LV_HAS_MAPNIK
+void drawWithMapnik(benchmark::State& state, const MapRenderer& renderer, bool simplified)
+{
+    QList<QList<QPointF>> lines;
+    for (int number = 0; number < renderer.selection().count(); ++number) {
+        QList<QPointF> line;
+        for (const LvBenchmarkInputs::Degrees& place :
+             degreesOf(renderer.selection().value(number).track())) {
+            line.append(QPointF(place.longitude, place.latitude));
+        }
+        lines.append(line);
+    }
+    const LvMapnikPeer peer(lines, pictureSize, lineWidth, simplified);
+    const LvGeoPositionRect box = renderer.shownBox();
+    const QPointF southWest(box.west().decimalDegrees(), box.south().decimalDegrees());
+    const QPointF northEast(box.east().decimalDegrees(), box.north().decimalDegrees());
+    for (auto _ : state) {
+        if (peer.draw(southWest, northEast) == 0) {
+            state.SkipWithError("nothing was drawn");
+            break;
+        }
+    }
+}
+#endif
+
+using Renderer = std::shared_ptr<const MapRenderer>;
+
+void checkPixels(LvBenchmarkProgram& program, const QString& scene, const MapRenderer& renderer)
+{
+    const QImage image = renderer.render(TrackRenderOption::Normal);
+    const bool isEqual = image == drawnPlainly(renderer) && image == drawnWithForeignPainter(renderer);
+    program.addFact(QStringLiteral("%1: pixels").arg(scene), QStringLiteral("both plain ways"),
+                    QStringLiteral("equal"), QString::fromLatin1(isEqual ? "equal" : "different"), isEqual);
+    if (!isEqual) {
+        program.fail(QStringLiteral("%1: the pixels differ.").arg(scene));
+    }
+}
+
+/// @param goal the part of the plain way's time that drawing may take
+void addScene(LvBenchmarkProgram& program, const QString& scene, const Renderer& renderer, qint64 points,
+              double goal)
+{
+    const QString ours = QStringLiteral("draw/") + scene;
+    const QString plain = QStringLiteral("plain/") + scene;
+    const QString foreign = QStringLiteral("foreign painter/") + scene;
+    program.add(ours, points, [renderer](benchmark::State& state) { render(state, *renderer); });
+    program.add(plain, points,
+                [renderer](benchmark::State& state) { drawImage(state, *renderer, drawnPlainly); });
+    program.add(foreign, points, [renderer](benchmark::State& state) {
+        drawImage(state, *renderer, drawnWithForeignPainter);
+    });
+    program.addRatio(scene, ours, QStringLiteral("the plain way, point by point"), plain, goal);
+    program.addRatio(scene, ours, QStringLiteral("renderWith() on a painter of one's own"), foreign, goal);
+    checkPixels(program, scene, *renderer);
+#ifdef LV_HAS_MAPNIK
+    for (const bool simplified : {true, false}) {
+        const QString mapnik = QString::fromLatin1(simplified ? "mapnik simplified/" : "mapnik/") + scene;
+        program.add(mapnik, points, [renderer, simplified](benchmark::State& state) {
+            drawWithMapnik(state, *renderer, simplified);
+        });
+        program.addRatio(
+            scene, ours,
+            QString::fromLatin1(simplified ? "Mapnik from degrees, simplifying" : "Mapnik from degrees"),
+            mapnik, 1.0);
+    }
+#endif
+#ifdef LV_HAS_CAIRO
+    const QString cairo = QStringLiteral("cairo/") + scene;
+    program.add(cairo, points, [renderer](benchmark::State& state) { strokeWithCairo(state, *renderer); });
+    program.addRatio(scene, ours, QStringLiteral("cairo, the stroke alone"), cairo);
+#endif
+}
+
+void addDrawing(LvBenchmarkProgram& program)
+{
+    const qint64 points = program.points();
+    const LvGPXTrackSelection one = walks(1, points);
+    const LvGeoPositionRect box = boundingBox(one);
+    const auto whole = std::make_shared<const MapRenderer>(one, pictureSize, box);
+
+    program.add(QStringLiteral("path"), points,
+                [whole](benchmark::State& state) { makePath(state, *whole); });
+    program.add(QStringLiteral("bare loop"), points,
+                [one](benchmark::State& state) { projectBarely(state, degreesOf(one.value(0).track())); });
+    program.addRatio(QStringLiteral("projecting and thinning"), QStringLiteral("path"),
+                     QStringLiteral("the bare loop of logarithms and tangents"), QStringLiteral("bare loop"),
+                     1.5);
+
+    const LvGeoPosition centre = middleOf(one);
+    addScene(program, QStringLiteral("whole track"), whole, points, 1.0 / 5.0);
+    addScene(program, QStringLiteral("8 x zoomed in"),
+             std::make_shared<const MapRenderer>(one, pictureSize, magnified(box, centre, 8.0)), points,
+             1.0 / 20.0);
+    addScene(program, QStringLiteral("64 x zoomed in"),
+             std::make_shared<const MapRenderer>(one, pictureSize, magnified(box, centre, 64.0)), points,
+             1.0 / 100.0);
+    const qint64 tracks = program.isQuick() ? 100 : 1000;
+    const LvGPXTrackSelection many = walks(tracks, points / tracks);
+    addScene(program, QStringLiteral("%L1 tracks").arg(tracks),
+             std::make_shared<const MapRenderer>(many, pictureSize, boundingBox(many)), points, 1.0 / 4.0);
+
+    QStringList sizes;
+    const qint64 largest = program.isLarge() ? points * 10 : points;
+    for (qint64 size = points / 100; size <= largest; size *= 10) {
+        const QString name =
+            size == points ? QStringLiteral("draw/whole track") : QStringLiteral("draw/%1 points").arg(size);
+        sizes.append(name);
+        if (size != points) {
+            const LvGPXTrackSelection selection = walks(1, size);
+            const auto renderer =
+                std::make_shared<const MapRenderer>(selection, pictureSize, boundingBox(selection));
+            program.add(name, size, [renderer](benchmark::State& state) { render(state, *renderer); });
+        }
+    }
+    program.addGrowth(QStringLiteral("drawing %L1 to %L2 points, per point").arg(points / 100).arg(largest),
+                      sizes, 1.5);
+}
+
+void addCropping(LvBenchmarkProgram& program)
+{
+    const qint64 pixels = qint64{croppedSize.width()} * croppedSize.height();
+    LvGPXTrackSelection selection = walks(1, 1000);
+    selection.setCroppingOpacity(croppingOpacity);
+    const auto renderer = std::make_shared<const MapRenderer>(selection, croppedSize, boundingBox(selection));
+    QImage background(croppedSize, QImage::Format_ARGB32);
+    background.fill(Qt::darkGreen);
+    program.add(QStringLiteral("crop"), pixels, [renderer, background](benchmark::State& state) {
+        QThreadPool* pool = QThreadPool::globalInstance();
+        const int threads = pool->maxThreadCount();
+        pool->setMaxThreadCount(1);
+        for (auto _ : state) {
+            const QImage image = renderer->crop(background);
+            benchmark::DoNotOptimize(image.constBits());
+        }
+        pool->setMaxThreadCount(threads);
+    });
+    program.add(QStringLiteral("crop/mask"), pixels, [renderer](benchmark::State& state) {
+        for (auto _ : state) {
+            const QImage image = renderer->render(TrackRenderOption::Foreground);
+            benchmark::DoNotOptimize(image.constBits());
+        }
+    });
+    program.add(QStringLiteral("crop/copy"), pixels, [background](benchmark::State& state) {
+        for (auto _ : state) {
+            const QImage image = background.copy();
+            benchmark::DoNotOptimize(image.constBits());
+        }
+    });
+    const QString reference = QStringLiteral("copying the image");
+    program.addRatioOfDifference(QStringLiteral("crop 3840 x 2160, its mask left out"),
+                                 QStringLiteral("crop"), QStringLiteral("crop/mask"), reference,
+                                 QStringLiteral("crop/copy"), 2.5);
+    program.addRatio(QStringLiteral("crop 3840 x 2160, drawing the mask"), QStringLiteral("crop"), reference,
+                     QStringLiteral("crop/copy"), 2.5);
+}
+
+/// Without a row in the table.
+void addOthers(LvBenchmarkProgram& program)
+{
+    const qint64 points = program.points() / 100;
+    const LvGPXTrackSelection area = walks(1, points, LvGPXTrackShapeEnum::polygon);
+    const auto areaRenderer = std::make_shared<const MapRenderer>(area, pictureSize, boundingBox(area));
+    program.add(QStringLiteral("area"), points,
+                [areaRenderer](benchmark::State& state) { render(state, *areaRenderer); });
+    const LvGPXTrackSelection smoothed = walks(1, points, LvGPXTrackShapeEnum::linestring, 50);
+    const auto smoothedRenderer =
+        std::make_shared<const MapRenderer>(smoothed, pictureSize, boundingBox(smoothed));
+    program.add(QStringLiteral("smoothed path"), points,
+                [smoothedRenderer](benchmark::State& state) { makePath(state, *smoothedRenderer); });
+}
 
 } // namespace
 
-// The loops fan out only where there is an application whose main thread asks.
+// Painting needs an application, and the loops fan out only where its main thread asks.
 int main(int argc, char* argv[])
 {
-    const QCoreApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
-        return 1;
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     }
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
+    const QGuiApplication application(argc, argv);
+    LvBenchmarkProgram program(argc, argv);
+    paintSomething();
+    addDrawing(program);
+    addCropping(program);
+    addOthers(program);
+    return program.run();
 }
