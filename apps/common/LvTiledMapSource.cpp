@@ -14,6 +14,8 @@ namespace
 
 constexpr QColor missingColor(236, 240, 242);
 constexpr int maximumTileSide = 4096; // pixels
+constexpr double largestTarget = 8192.0; // pixels
+constexpr double smallestPiece = 1.0 / 256.0; // pixels of a tile; less is of one colour
 constexpr int cacheCost = 256; // megabytes
 constexpr double maximumTileCount = 40000.0; // more of them would be smaller than a pixel or two
 
@@ -77,17 +79,17 @@ void LvTiledMapSource::draw(QPainter& painter, const LvMapView& view, double /*p
     painter.setClipRect(picture);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     // Whole pixels: neighbouring tiles share the rounded edge, so no background shines through between them.
+    // They may lie far beyond what a whole number of 32 bits holds.
     const auto corner = [&view, count](qint64 column, qint64 row) {
-        return view.pixelOfNormalized({static_cast<double>(column) / count, static_cast<double>(row) / count})
-            .toPoint();
+        const QPointF pixel =
+            view.pixelOfNormalized({static_cast<double>(column) / count, static_cast<double>(row) / count});
+        return QPointF(std::round(pixel.x()), std::round(pixel.y()));
     };
     for (qint64 row = firstRow; row <= lastRow; ++row) {
         for (qint64 column = firstColumn; column <= lastColumn; ++column) {
-            const QPoint upperLeft = corner(column, row);
-            const QPoint lowerRight = corner(column + 1, row + 1);
+            const QRectF target(corner(column, row), corner(column + 1, row + 1));
             const auto columnInWorld = static_cast<int>(((column % count) + count) % count);
-            drawTile(painter, QRect(upperLeft, lowerRight - QPoint(1, 1)),
-                     {zoom, columnInWorld, static_cast<int>(row)});
+            drawTile(painter, target, QRectF(picture), {zoom, columnInWorld, static_cast<int>(row)});
         }
     }
     painter.restore();
@@ -138,7 +140,8 @@ void LvTiledMapSource::storeTile(const LvTileKey& key, const QImage& image)
                    cost(image)); // NOLINT(cppcoreguidelines-owning-memory) the cache owns it
 }
 
-void LvTiledMapSource::drawTile(QPainter& painter, const QRect& target, const LvTileKey& key)
+void LvTiledMapSource::drawTile(QPainter& painter, const QRectF& target, const QRectF& picture,
+                                const LvTileKey& key)
 {
     // A tile that may still come is not worth loading all those above it, but one of them may be at hand.
     bool isLoadable = true;
@@ -153,8 +156,31 @@ void LvTiledMapSource::drawTile(QPainter& painter, const QRect& target, const Lv
         const QSizeF size(image.width() / pieces, image.height() / pieces);
         const double column = key.column - std::ldexp(key.column >> up, up);
         const double row = key.row - std::ldexp(key.row >> up, up);
-        painter.drawImage(QRectF(target), image,
-                          QRectF(QPointF(column * size.width(), row * size.height()), size));
+        drawPart(painter, target, picture, image,
+                 QRectF(QPointF(column * size.width(), row * size.height()), size));
         return;
     }
+}
+
+void LvTiledMapSource::drawPart(QPainter& painter, const QRectF& target, const QRectF& picture,
+                                const QImage& image, const QRectF& part)
+{
+    if (target.width() <= largestTarget && target.height() <= largestTarget) {
+        painter.drawImage(target, image, part);
+        return;
+    }
+    // Of a tile that is enlarged so much only some pixels are seen: the painter computes with less digits.
+    const QRectF seen = target.intersected(picture);
+    const auto place = [&target, &part](const QPointF& pixel) {
+        return QPointF(part.left() + ((pixel.x() - target.left()) / target.width() * part.width()),
+                       part.top() + ((pixel.y() - target.top()) / target.height() * part.height()));
+    };
+    const QRectF piece(place(seen.topLeft()), place(seen.bottomRight()));
+    if (piece.width() < smallestPiece || piece.height() < smallestPiece) {
+        const QPoint middle(std::clamp(static_cast<int>(piece.center().x()), 0, image.width() - 1),
+                            std::clamp(static_cast<int>(piece.center().y()), 0, image.height() - 1));
+        painter.fillRect(seen, image.pixelColor(middle));
+        return;
+    }
+    painter.drawImage(seen, image, piece);
 }

@@ -4,7 +4,7 @@
 
 #include <QCache>
 #include <QImage>
-#include <QRect>
+#include <QRectF>
 
 /// The place of a tile in the scheme of web maps: 2^zoom columns from 180° west on and as many rows from the
 /// north on.
@@ -59,7 +59,11 @@ protected:
 private:
     [[nodiscard]] QImage tile(const LvTileKey& key);
     [[nodiscard]] QImage cachedTile(const LvTileKey& key) const;
-    void drawTile(QPainter& painter, const QRect& target, const LvTileKey& key);
+    void drawTile(QPainter& painter, const QRectF& target, const QRectF& picture, const LvTileKey& key);
+
+    /// Draws a part of a tile into the target, of which only what lies in the picture is seen.
+    static void drawPart(QPainter& painter, const QRectF& target, const QRectF& picture, const QImage& image,
+                         const QRectF& part);
 
     QCache<LvTileKey, QImage> myCache;
 };

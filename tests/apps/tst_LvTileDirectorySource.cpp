@@ -34,6 +34,8 @@ private Q_SLOTS:
     void nearestZoomLevel_data();
     void nearestZoomLevel();
     void missingTilesComeFromAbove();
+    void enormousEnlargement_data();
+    void enormousEnlargement();
     void kindsOfPictures_data();
     void kindsOfPictures();
     void damagedTiles_data();
@@ -161,6 +163,32 @@ void tst_LvTileDirectorySource::missingTilesComeFromAbove()
     QCOMPARE(pixel(image, 10, 1000), QColor(Qt::blue));
     QCOMPARE(pixel(image, 640, 640), QColor(Qt::yellow));
     QCOMPARE(pixel(image, 900, 900), QColor(Qt::black));
+}
+
+void tst_LvTileDirectorySource::enormousEnlargement_data()
+{
+    QTest::addColumn<double>("zoom");
+    QTest::newRow("some pixels of the tile") << 6.0;
+    QTest::newRow("a pixel of the tile") << 9.0;
+    QTest::newRow("a part of a pixel") << 20.0;
+    QTest::newRow("beyond 32 bits") << 24.0;
+    QTest::newRow("as deep as views go") << 30.0;
+}
+
+void tst_LvTileDirectorySource::enormousEnlargement()
+{
+    QFETCH(double, zoom);
+    writeTile(0, 0, 0, LvTestTiles::quarters(Qt::red, Qt::green, Qt::blue, Qt::yellow));
+    LvTileDirectorySource source(myDirectory->path());
+    const QSize size(600, 400);
+    const auto at = [&](double latitude, double longitude) {
+        return pixel(LvTestTiles::draw(source, LvMapView::aroundCenter({latitude, longitude}, zoom, size)),
+                     300, 200);
+    };
+    QCOMPARE(at(40.0, -90.0), QColor(Qt::red));
+    QCOMPARE(at(40.0, 90.0), QColor(Qt::green));
+    QCOMPARE(at(-40.0, -90.0), QColor(Qt::blue));
+    QCOMPARE(at(-40.0, 90.0), QColor(Qt::yellow));
 }
 
 void tst_LvTileDirectorySource::kindsOfPictures_data()
