@@ -10,8 +10,10 @@
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
 #include "LvXMLBuilder.h"
+#include "LvXMLParser.h"
 
 #include <QDateTime>
+#include <QDomElement>
 
 #include <algorithm>
 #include <bit>
@@ -66,6 +68,40 @@ QList<QList<LvGPXTrackPoint>> keptPointsOfSegments(const LvGPXTrack& track)
         }
     }
     return result;
+}
+
+LvGPXTrackPoint plainPoint(const QDomElement& element)
+{
+    const double latitude = LvXMLParser::doubleAttribute(element, QStringLiteral("lat"), 1.0);
+    const double longitude = LvXMLParser::doubleAttribute(element, QStringLiteral("lon"), 1.0);
+    const double elevation = LvXMLParser::doubleText(element, QStringLiteral("ele"), 0.0);
+    constexpr double lowest = std::numeric_limits<int>::min();
+    constexpr double highest = std::numeric_limits<int>::max();
+    return {LvGeoPosition(latitude, longitude),
+            std::isnan(elevation) ? 0 : static_cast<int>(std::clamp(elevation, lowest, highest)),
+            LvXMLParser::dateTimeText(element, QStringLiteral("time"), Qt::ISODate, QDateTime()),
+            LvXMLParser::text(element, QStringLiteral("desc"), QString())};
+}
+
+QList<LvGPXTrackPoint> plainSegment(const QDomElement& element)
+{
+    QList<LvGPXTrackPoint> points;
+    for (QDomElement child = element.firstChildElement(); !child.isNull();
+         child = child.nextSiblingElement()) {
+        if (child.tagName() == QLatin1String("compressedPoints")) {
+            points += LvGPXTrackSegment::decodeTrackPoints(child.text());
+        } else if (child.tagName() == QLatin1String("trkpt")) {
+            points.append(plainPoint(child));
+        } else if (child.tagName() == QLatin1String("extensions")) {
+            const QString tag = QStringLiteral("gpxx:rpt");
+            const QDomElement extension = child.firstChildElement(QStringLiteral("gpxx:RoutePointExtension"));
+            for (QDomElement point = extension.firstChildElement(tag); !point.isNull();
+                 point = point.nextSiblingElement(tag)) {
+                points.append(plainPoint(point));
+            }
+        }
+    }
+    return points;
 }
 
 double keptWidth(double width)
@@ -216,6 +252,38 @@ bool LvFuzz::isSame(const LvGPXTrackConfiguration& a, const LvGPXTrackConfigurat
     right.setLineWidth(1.0);
     right.setHaloWidth(1.0);
     return left == right;
+}
+
+LvGPXTrack LvFuzz::plainTrack(const QDomElement& trk)
+{
+    QString name;
+    QString description;
+    LvGPXTrackShape shape = LvGPXTrackShapeEnum::linestring;
+    QList<LvGPXTrackSegment> segments;
+    QList<LvGPXTrack> enclaves;
+    for (QDomElement child = trk.firstChildElement(); !child.isNull(); child = child.nextSiblingElement()) {
+        const QString tag = child.tagName();
+        if (tag == QLatin1String("name")) {
+            name = child.text();
+        } else if (tag == QLatin1String("desc")) {
+            description = child.text();
+        } else if (tag == QLatin1String("shape")) {
+            shape = LvGPXTrackShape(child.text());
+        } else if (tag == QLatin1String("trkseg") || tag == QLatin1String("rtept")) {
+            const QList<LvGPXTrackPoint> points = plainSegment(child);
+            if (!points.isEmpty()) {
+                segments.append(LvGPXTrackSegment(points));
+            }
+        } else if (tag == QLatin1String("enclaves")) {
+            for (QDomElement enclave = child.firstChildElement(); !enclave.isNull();
+                 enclave = enclave.nextSiblingElement()) {
+                enclaves.append(plainTrack(enclave));
+            }
+        }
+    }
+    LvGPXTrack track(name, description, segments, shape); // decides on the kind where it is to be decided
+    track.setEnclaves(enclaves);
+    return track;
 }
 
 bool LvFuzz::isWhatWasWritten(const LvGPXTrack& read, const LvGPXTrack& written)

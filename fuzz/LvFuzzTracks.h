@@ -8,6 +8,7 @@ class LvGPXTrackConfiguration;
 class LvGPXTrackElement;
 class LvGPXTrackPoint;
 class LvGeoPosition;
+class QDomElement;
 
 /// Rules that hold for tracks from anywhere; each reports what is broken through LvFuzz::expect().
 namespace LvFuzz
@@ -35,6 +36,10 @@ void checkTracks(const LvGPXConfiguredTrackList& tracks);
 
 /// The same for configurations, whose widths may be no numbers.
 [[nodiscard]] bool isSame(const LvGPXTrackConfiguration& a, const LvGPXTrackConfiguration& b);
+
+/// The track in an element, read in the plainest way: element by element through a tree. Includes are not
+/// followed.
+[[nodiscard]] LvGPXTrack plainTrack(const QDomElement& trk);
 
 /// Whether a track is what the format can keep of the one that was written: no description, positions to
 /// seven digits, no point at 0°/0°, milliseconds that come back as seconds.

@@ -22,6 +22,26 @@
 namespace
 {
 
+/// Both groups of tracks in the plainest way.
+QList<LvGPXTrack> plainTracks(const QFileInfo& file)
+{
+    const QDomElement root = LvXMLLoader::loadDocumentElement(file);
+    QList<LvGPXTrack> tracks;
+    int counter = 0;
+    for (const char* tag : {"trk", "rte"}) {
+        for (QDomElement element = root.firstChildElement(QLatin1String(tag)); !element.isNull();
+             element = element.nextSiblingElement(QLatin1String(tag))) {
+            LvGPXTrack track = LvFuzz::plainTrack(element);
+            ++counter;
+            if (track.isValid()) {
+                track.setName(track.name().isEmpty() ? QStringLiteral("tour %1").arg(counter) : track.name());
+                tracks.append(track);
+            }
+        }
+    }
+    return tracks;
+}
+
 /// The way through a tree of elements.
 QList<LvGPXTrack> readTracks(const QFileInfo& file)
 {
@@ -98,6 +118,7 @@ void LvFuzz::run(const QByteArray& input)
     const bool isXml = LvXMLLoader::parse(input, document);
     expect(isXml || tracks.isEmpty(), "no part of a broken document is read");
     expect(isSameTracks(tracks, readTracks(file)), "file and elements give the same tracks to the last bit");
+    expect(isSameTracks(tracks, plainTracks(file)), "tracks are read as the plainest way reads them");
     for (const LvGPXTrack& track : tracks) {
         expect(track.isValid() && !track.name().isEmpty(), "every track of a file has points and a name");
         checkTrack(track);

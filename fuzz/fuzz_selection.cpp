@@ -131,8 +131,8 @@ LvGPXTrack trackWithIncludes(const QDomElement& trk, const QDir& folder)
             copy.appendChild(document.importNode(included, true));
         }
     }
-    // Without a directory an include in an included file is not followed.
-    return {copy, QDir(QString())};
+    // An include in an included file is not followed.
+    return LvFuzz::plainTrack(copy);
 }
 
 /// One include gives what the file holds, and no include of that file is followed.

@@ -1,5 +1,6 @@
 // The texts of "compressedPoints" and of KML coordinates, compared with the plainest way to read them.
 
+#include "LvDateTimeText.h"
 #include "LvFuzz.h"
 #include "LvFuzzTracks.h"
 #include "LvGPXTrack.h"
@@ -8,12 +9,16 @@
 #include "LvGPXTrackShape.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
+#include "LvNumberText.h"
 
 #include <QDateTime>
 #include <QRegularExpression>
 #include <QStringList>
 
+#include <algorithm>
 #include <bit>
+#include <cstring>
+#include <string_view>
 
 namespace
 {
@@ -79,10 +84,53 @@ bool haveNoTime(const QList<LvGPXTrackPoint>& points)
                         [](const LvGPXTrackPoint& point) { return point.timeStamp().isValid(); });
 }
 
+bool isSame(double a, double b)
+{
+    return std::bit_cast<quint64>(a) == std::bit_cast<quint64>(b);
+}
+
+/// The short ways of reading and writing against the toolkit's.
+void checkNumberText(const QString& text)
+{
+    const QByteArray bytes = text.toUtf8();
+    const std::string_view view(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+    LvFuzz::expect(isSame(LvNumberText::toDouble(text), text.toDouble())
+                       && isSame(LvNumberText::toDouble(view), text.toDouble()),
+                   "a number is read as the toolkit reads it");
+    const QDateTime time = QDateTime::fromString(text.trimmed(), Qt::ISODate);
+    const QDateTime read = LvDateTimeText::fromIso(text);
+    LvFuzz::expect(read.isValid() == time.isValid() && read == time && read.timeSpec() == time.timeSpec()
+                       && LvDateTimeText::fromIso(view) == read,
+                   "a time is read as the toolkit reads it");
+    LvFuzz::expect(LvNumberText::toInt(text) == text.toInt() && LvNumberText::toInt(view) == text.toInt()
+                       && LvNumberText::toLongLong(text) == text.toLongLong()
+                       && LvNumberText::toLongLong(view) == text.toLongLong(),
+                   "an integer is read as the toolkit reads it");
+}
+
+void checkWrittenNumber(quint64 bits)
+{
+    const auto number = std::bit_cast<double>(bits);
+    const auto integer = std::bit_cast<qint64>(bits);
+    for (const double any :
+         {number, static_cast<double>(integer) / 1e7, static_cast<double>(integer) / 1e11}) {
+        QString text;
+        LvNumberText::appendFixed(text, any);
+        QByteArray bytes;
+        LvNumberText::appendFixed(bytes, any);
+        LvFuzz::expect(text == plainDegrees(any) && QString::fromLatin1(bytes) == text
+                           && text.size() <= LvNumberText::maximumLength,
+                       "a number is written as the toolkit writes it");
+    }
+    QString text;
+    LvNumberText::appendInteger(text, integer);
+    LvFuzz::expect(text == QString::number(integer), "an integer is written as the toolkit writes it");
+}
+
 void checkNumber(const QString& text)
 {
-    LvFuzz::expect(std::bit_cast<quint64>(LvGPXTrackElement::safeDouble(text))
-                       == std::bit_cast<quint64>(plainDouble(text)),
+    checkNumberText(text);
+    LvFuzz::expect(isSame(LvGPXTrackElement::safeDouble(text), plainDouble(text)),
                    "a number is read as the toolkit reads it, with seven digits behind the point");
 }
 
@@ -132,6 +180,10 @@ void LvFuzz::run(const QByteArray& input)
     checkNumber(text);
     const QStringList fields = text.split(QLatin1Char(','));
     std::for_each(fields.begin(), fields.end(), checkNumber);
+    quint64 bits = 0;
+    std::memcpy(&bits, input.constData(),
+                std::min<std::size_t>(sizeof bits, static_cast<std::size_t>(input.size())));
+    checkWrittenNumber(bits);
 
     expect(isSamePoint(LvGPXTrackPoint::decodeKml(text), plainPoint(text)),
            "a tuple is read as the plainest way reads it");
