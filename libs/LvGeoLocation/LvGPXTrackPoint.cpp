@@ -9,6 +9,8 @@
 
 #include <QDomElement>
 
+#include <utility>
+
 namespace
 {
 
@@ -29,6 +31,13 @@ LvGPXTrackPoint::LvGPXTrackPoint()
 LvGPXTrackPoint::LvGPXTrackPoint(const LvGeoPosition& position, int elevation, const QDateTime& timeStamp,
                                  const QString& description)
     : myImpl(new LvGPXTrackPointImpl(position, elevation, timeStamp, description))
+{
+}
+
+LvGPXTrackPoint::LvGPXTrackPoint(LvGeoPosition&& position, int elevation, QDateTime&& timeStamp,
+                                 QString&& description)
+    : myImpl(
+        new LvGPXTrackPointImpl(std::move(position), elevation, std::move(timeStamp), std::move(description)))
 {
 }
 

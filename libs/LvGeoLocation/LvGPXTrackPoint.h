@@ -23,6 +23,8 @@ public:
     /// @param timeStamp invalid means none.
     LvGPXTrackPoint(const LvGeoPosition& position, int elevation, const QDateTime& timeStamp,
                     const QString& description);
+    /// Takes the parts over instead of copying them, for readers of many points.
+    LvGPXTrackPoint(LvGeoPosition&& position, int elevation, QDateTime&& timeStamp, QString&& description);
 
     /// Reads the attributes "lat" and "lon" (decimal degrees, 1.0 each when missing, not 0) and the children
     /// "ele" (truncated to whole metres, limited to the range of an int), "time" (ISO 8601) and "desc".

@@ -1,6 +1,16 @@
 #include "LvGPXTrackPointImpl.h"
 
+#include "LvFixedSizePool.h"
 #include "LvGeoPositionList.h"
+
+#include <utility>
+
+namespace
+{
+
+constinit LvFixedSizePool payloadPool(sizeof(LvGPXTrackPointImpl));
+
+} // namespace
 
 LvGPXTrackPointImpl::LvGPXTrackPointImpl() = default;
 
@@ -13,8 +23,28 @@ LvGPXTrackPointImpl::LvGPXTrackPointImpl(const LvGeoPosition& position, int elev
 {
 }
 
+LvGPXTrackPointImpl::LvGPXTrackPointImpl(LvGeoPosition&& position, int elevation, QDateTime&& timeStamp,
+                                         QString&& description) noexcept
+    : myPosition(std::move(position))
+    , myElevation(elevation)
+    , myTimeStamp(std::move(timeStamp))
+    , myDescription(std::move(description))
+{
+}
+
 LvGPXTrackPointImpl::LvGPXTrackPointImpl(const LvGPXTrackPointImpl& other) = default;
 LvGPXTrackPointImpl::~LvGPXTrackPointImpl() = default;
+
+// NOLINTNEXTLINE(misc-new-delete-overloads) the sized form is the one that belongs to it
+void* LvGPXTrackPointImpl::operator new(std::size_t size)
+{
+    return payloadPool.allocate(size);
+}
+
+void LvGPXTrackPointImpl::operator delete(void* object, std::size_t size) noexcept
+{
+    payloadPool.release(object, size);
+}
 
 LvGeoPositionList LvGPXTrackPointImpl::allPoints() const
 {

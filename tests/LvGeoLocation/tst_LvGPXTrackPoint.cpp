@@ -1,3 +1,4 @@
+#include "LvFixedSizePool.h"
 #include "LvGPXTrackPoint.h"
 #include "LvGPXTrackPointImpl.h"
 #include "LvTest.h"
@@ -5,8 +6,14 @@
 #include <QDomDocument>
 
 #include <limits>
+#include <memory>
 #include <type_traits>
 #include <utility>
+#include <vector>
+
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
 
 namespace
 {
@@ -79,6 +86,9 @@ private Q_SLOTS:
     void equality_data();
     void equality();
     void impl();
+    void takesPartsOver();
+    void memoryPerPoint();
+    void payloadsOfOtherSizes();
 };
 
 void tst_LvGPXTrackPoint::defaults()
@@ -441,6 +451,61 @@ void tst_LvGPXTrackPoint::impl()
     const LvGPXTrackPointImpl copy(impl);
     QCOMPARE(copy.description(), QStringLiteral("a"));
     QVERIFY(!LvGPXTrackPointImpl().position().isValid());
+}
+
+void tst_LvGPXTrackPoint::takesPartsOver()
+{
+    LvGeoPosition position(53, 8);
+    QDateTime time = utc(2);
+    QString description = QStringLiteral("a").repeated(3);
+    const QChar* text = description.constData();
+    const LvGPXTrackPoint point(std::move(position), 1, std::move(time), std::move(description));
+    QVERIFY(point == LvGPXTrackPoint(LvGeoPosition(53, 8), 1, utc(2), QStringLiteral("aaa")));
+    QCOMPARE(point.description().constData(), text);
+}
+
+void tst_LvGPXTrackPoint::memoryPerPoint()
+{
+#if defined(__GLIBC__) && !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+    constexpr int count = 200000;
+    const auto usedBytes = [] {
+        const auto heap = mallinfo2();
+        return static_cast<double>(heap.uordblks + heap.hblkhd)
+            + static_cast<double>(LvFixedSizePool::usedSlabCount())
+            * static_cast<double>(LvFixedSizePool::slabSize);
+    };
+    const double before = usedBytes();
+    QList<LvGPXTrackPoint> points;
+    points.reserve(count);
+    for (int index = 0; index < count; ++index) {
+        points.append(LvGPXTrackPoint(LvGeoPosition(53.0 + index * 1e-6, 8.0), index % 100 + 1,
+                                      utc(1700000000 + index), QString()));
+    }
+    const double perPoint = (usedBytes() - before) / count;
+    // 16 in the list, 72 and 48 for the payloads; the rest is for the slabs.
+    QVERIFY2(perPoint > 135.0 && perPoint < 138.0, qPrintable(QString::number(perPoint)));
+    points = {};
+    QVERIFY(usedBytes() - before < 1e6);
+#else
+    QSKIP("the allocator does not count, or a sanitizer replaces it");
+#endif
+}
+
+void tst_LvGPXTrackPoint::payloadsOfOtherSizes()
+{
+    // A derived payload is larger and must not be put into the slabs of its base.
+    class LargerImpl : public LvGPXTrackPointImpl
+    {
+    public:
+        double more = 1.5;
+    };
+
+    std::vector<std::unique_ptr<LvGPXTrackPointImpl>> payloads;
+    const qsizetype before = LvFixedSizePool::usedSlabCount();
+    for (int index = 0; index < 5000; ++index) {
+        payloads.push_back(std::make_unique<LargerImpl>());
+    }
+    QCOMPARE(LvFixedSizePool::usedSlabCount(), before);
 }
 
 LV_TEST_MAIN(tst_LvGPXTrackPoint)
