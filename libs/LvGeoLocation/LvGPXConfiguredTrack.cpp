@@ -12,6 +12,24 @@
 
 #include <cmath>
 
+namespace
+{
+
+/// The position at a valid index, counted over all segments.
+LvGeoPosition pointAt(const LvGPXTrack& track, qsizetype index)
+{
+    const QList<LvGPXTrackSegment> segments = track.segments();
+    for (const LvGPXTrackSegment& segment : segments) {
+        if (index < segment.count()) {
+            return segment.trackPoints().at(index).position();
+        }
+        index -= segment.count();
+    }
+    return {};
+}
+
+} // namespace
+
 LvGPXConfiguredTrack::LvGPXConfiguredTrack()
     : myConfiguration(LvGeoLocationSettings::instance()->defaultTrackConfiguration())
 {
@@ -73,9 +91,16 @@ QList<QDateTime> LvGPXConfiguredTrack::allTimeStamps() const
     return myTrack.allTimeStamps();
 }
 
+bool LvGPXConfiguredTrack::visitTrackPoints(
+    const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const
+{
+    return myTrack.visitTrackPoints(visit);
+}
+
 bool LvGPXConfiguredTrack::operator==(const LvGPXConfiguredTrack& other) const
 {
-    return myTrack == other.myTrack && myConfiguration == other.myConfiguration;
+    // The configuration first: it takes the same short time for every track.
+    return myConfiguration == other.myConfiguration && myTrack == other.myTrack;
 }
 
 LvGPXTrack LvGPXConfiguredTrack::track() const
@@ -223,23 +248,22 @@ LvGeoPositionList LvGPXConfiguredTrack::drawingPoints() const
         return allPoints();
     }
     LvGeoPositionList points;
-    points.append(natural == LvGPXTrackShapeEnum::polygon ? allPoints().center()
+    points.append(natural == LvGPXTrackShapeEnum::polygon ? boundingBox().center()
                                                           : positionRelativeFromStart(0.5));
     return points;
 }
 
 LvGeoPosition LvGPXConfiguredTrack::positionRelativeFromStart(double fraction) const
 {
-    const LvGeoPositionList points = allPoints();
     const LvGPXTrackShape effective = effectiveShape();
     if (naturalShape() != LvGPXTrackShapeEnum::point
         && (effective == LvGPXTrackShapeEnum::hop || effective == LvGPXTrackShapeEnum::polygon)) {
-        return points.boundingBox().center();
+        return boundingBox().center();
     }
-    const auto count = static_cast<double>(points.count());
+    const auto count = static_cast<double>(myTrack.countPoints());
     const double index = std::round((count - 1.0) * fraction); // half away from zero
     if (index >= 0.0 && index < count) { // false for an index that is no number
-        return points.at(static_cast<qsizetype>(index));
+        return pointAt(myTrack, static_cast<qsizetype>(index));
     }
     return {};
 }

@@ -53,6 +53,8 @@ public:
     [[nodiscard]] LvGeoPosition firstPoint() const override;
     [[nodiscard]] LvGeoPosition lastPoint() const override;
     [[nodiscard]] QList<QDateTime> allTimeStamps() const override;
+    bool
+    visitTrackPoints(const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const override;
 
     bool operator==(const LvGPXConfiguredTrack& other) const;
 

@@ -124,6 +124,12 @@ QList<QDateTime> LvGPXTrack::allTimeStamps() const
     return myImpl->allTimeStamps();
 }
 
+bool LvGPXTrack::visitTrackPoints(
+    const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const
+{
+    return myImpl->visitTrackPoints(visit);
+}
+
 bool LvGPXTrack::isValid() const
 {
     return myImpl->isValid();
@@ -215,8 +221,9 @@ bool LvGPXTrack::operator!=(const LvGPXTrack& other) const
 bool LvGPXTrack::operator<(const LvGPXTrack& other) const
 {
     const int count = countPoints();
-    if (count == 0 || count != other.countPoints()) {
-        return count < other.countPoints();
+    const int otherCount = other.countPoints();
+    if (count == 0 || count != otherCount) {
+        return count < otherCount;
     }
     return firstPosition(*this) < firstPosition(other);
 }
@@ -224,8 +231,9 @@ bool LvGPXTrack::operator<(const LvGPXTrack& other) const
 bool LvGPXTrack::operator>(const LvGPXTrack& other) const
 {
     const int count = countPoints();
-    if (count == 0 || count != other.countPoints()) {
-        return count > other.countPoints();
+    const int otherCount = other.countPoints();
+    if (count == 0 || count != otherCount) {
+        return count > otherCount;
     }
     return firstPosition(*this) > firstPosition(other);
 }

@@ -68,6 +68,8 @@ public:
     [[nodiscard]] LvGeoPosition firstPoint() const override;
     [[nodiscard]] LvGeoPosition lastPoint() const override;
     [[nodiscard]] QList<QDateTime> allTimeStamps() const override;
+    bool
+    visitTrackPoints(const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const override;
 
     /// Whether there is at least one segment.
     [[nodiscard]] bool isValid() const;

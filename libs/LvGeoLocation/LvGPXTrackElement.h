@@ -10,6 +10,10 @@
 #include <QList>
 #include <QString>
 
+#include <functional>
+
+class LvGPXTrackPoint;
+
 /**
  * What everything that holds track points has in common: a point, a segment, a track.
  *
@@ -39,6 +43,12 @@ public:
 
     /// One time stamp per point, in point order; invalid where the point has none.
     [[nodiscard]] virtual QList<QDateTime> allTimeStamps() const = 0;
+
+    /// Calls the function with all points in order, one list after the other, and returns true. An element
+    /// that does not hold lists of points returns false and calls nothing, as this implementation does:
+    /// allPoints() and allTimeStamps() serve for every element, but they copy what long tracks hold.
+    virtual bool
+    visitTrackPoints(const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const;
 
     /// The rectangle around all valid positions, all four bounds 720.0 when there is none.
     [[nodiscard]] LvGeoPositionRect boundingBox() const;

@@ -48,9 +48,11 @@ LvGeoPositionList LvGPXTrackImpl::allPoints() const
 {
     LvGeoPositionList positions;
     positions.reserve(reservedPositions);
-    for (const LvGPXTrackSegment& segment : mySegments) {
-        positions.append(segment.allPoints());
-    }
+    visitTrackPoints([&positions](const QList<LvGPXTrackPoint>& points) {
+        for (const LvGPXTrackPoint& point : points) {
+            positions.append(point.sharedPosition());
+        }
+    });
     return positions;
 }
 
@@ -81,10 +83,22 @@ LvGeoPosition LvGPXTrackImpl::lastPoint() const
 QList<QDateTime> LvGPXTrackImpl::allTimeStamps() const
 {
     QList<QDateTime> timeStamps;
-    for (const LvGPXTrackSegment& segment : mySegments) {
-        timeStamps.append(segment.allTimeStamps());
-    }
+    timeStamps.reserve(countPoints());
+    visitTrackPoints([&timeStamps](const QList<LvGPXTrackPoint>& points) {
+        for (const LvGPXTrackPoint& point : points) {
+            timeStamps.append(point.sharedTimeStamp());
+        }
+    });
     return timeStamps;
+}
+
+bool LvGPXTrackImpl::visitTrackPoints(
+    const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const
+{
+    for (const LvGPXTrackSegment& segment : mySegments) {
+        segment.visitTrackPoints(visit);
+    }
+    return true;
 }
 
 int LvGPXTrackImpl::countPoints() const

@@ -29,6 +29,8 @@ public:
     [[nodiscard]] LvGeoPosition firstPoint() const override;
     [[nodiscard]] LvGeoPosition lastPoint() const override;
     [[nodiscard]] QList<QDateTime> allTimeStamps() const override;
+    bool
+    visitTrackPoints(const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const override;
 
     [[nodiscard]] bool isValid() const { return !mySegments.isEmpty(); }
 

@@ -63,13 +63,17 @@ QVariant LvGPXTrackListModel::data(const QModelIndex& index, int role) const
     if (!index.isValid()) {
         return {};
     }
+    // Without a copy of the configured track: views ask for this all the time.
+    const auto text = [this, &index](QString (LvGPXConfiguredTrack::*field)() const) {
+        return isValidRow(index.row()) ? (myTracks.at(index.row()).*field)() : QString();
+    };
     switch (role) {
     case Qt::ToolTipRole:
-        return trackAt(index).description();
+        return text(&LvGPXConfiguredTrack::description);
     case Qt::EditRole:
-        return trackAt(index).name();
+        return text(&LvGPXConfiguredTrack::name);
     case Qt::DisplayRole:
-        return index.column() == nameColumn ? QVariant(trackAt(index).name()) : QVariant();
+        return index.column() == nameColumn ? QVariant(text(&LvGPXConfiguredTrack::name)) : QVariant();
     default:
         return {};
     }

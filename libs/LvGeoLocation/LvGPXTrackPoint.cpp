@@ -115,6 +115,16 @@ QString LvGPXTrackPoint::description() const
     return myImpl->description();
 }
 
+const LvGeoPosition& LvGPXTrackPoint::sharedPosition() const&
+{
+    return myImpl->position();
+}
+
+const QDateTime& LvGPXTrackPoint::sharedTimeStamp() const&
+{
+    return myImpl->timeStamp();
+}
+
 bool LvGPXTrackPoint::operator==(const LvGPXTrackPoint& other) const
 {
     return myImpl == other.myImpl

@@ -62,6 +62,13 @@ public:
     [[nodiscard]] QDateTime timeStamp() const;
     [[nodiscard]] QString description() const;
 
+    /// position() and timeStamp() without the cost of a copy, which counts where all points of a track are
+    /// walked through. Good as long as this point is.
+    [[nodiscard]] const LvGeoPosition& sharedPosition() const&;
+    [[nodiscard]] const QDateTime& sharedTimeStamp() const&;
+    void sharedPosition() const&& = delete;
+    void sharedTimeStamp() const&& = delete;
+
     /// Equal position (to the tolerance of angles), elevation, instant and description.
     [[nodiscard]] bool operator==(const LvGPXTrackPoint& other) const;
 

@@ -66,7 +66,7 @@ LvGeoPositionList LvGPXTrackSegment::allPoints() const
     LvGeoPositionList positions;
     positions.reserve(myTrackPoints.size());
     for (const LvGPXTrackPoint& point : myTrackPoints) {
-        positions.append(point.position());
+        positions.append(point.sharedPosition());
     }
     return positions;
 }
@@ -74,7 +74,8 @@ LvGeoPositionList LvGPXTrackSegment::allPoints() const
 QList<LvGeoPositionList> LvGPXTrackSegment::chunkedPoints() const
 {
     const LvIntRange range(0, count() - 1);
-    if (!weAreaRunningInMainThread()) {
+    // The first question is the cheaper one: tracks may have very many short segments.
+    if (count() < 2 * minimumPositionsPerBlock || !weAreaRunningInMainThread()) {
         return {collectBlock(range)};
     }
     // The workers read a copy of their own, so that they stay clear of whatever happens to this object.
@@ -105,9 +106,16 @@ QList<QDateTime> LvGPXTrackSegment::allTimeStamps() const
     QList<QDateTime> timeStamps;
     timeStamps.reserve(myTrackPoints.size());
     for (const LvGPXTrackPoint& point : myTrackPoints) {
-        timeStamps.append(point.timeStamp());
+        timeStamps.append(point.sharedTimeStamp());
     }
     return timeStamps;
+}
+
+bool LvGPXTrackSegment::visitTrackPoints(
+    const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const
+{
+    visit(myTrackPoints);
+    return true;
 }
 
 bool LvGPXTrackSegment::isValid() const
@@ -132,7 +140,7 @@ LvGeoPositionList LvGPXTrackSegment::collectBlock(const LvIntRange& block) const
     LvGeoPositionList positions;
     positions.reserve(std::max(0, end - first));
     for (int index = first; index < end; ++index) {
-        positions.append(myTrackPoints.at(index).position());
+        positions.append(myTrackPoints.at(index).sharedPosition());
     }
     return positions;
 }

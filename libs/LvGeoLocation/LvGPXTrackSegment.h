@@ -56,6 +56,8 @@ public:
     [[nodiscard]] LvGeoPosition firstPoint() const override;
     [[nodiscard]] LvGeoPosition lastPoint() const override;
     [[nodiscard]] QList<QDateTime> allTimeStamps() const override;
+    bool
+    visitTrackPoints(const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const override;
 
     /// Whether there is at least one point, whatever its position.
     [[nodiscard]] bool isValid() const;

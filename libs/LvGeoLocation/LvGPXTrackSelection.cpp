@@ -33,6 +33,15 @@ QString configuredTrackTag()
     return QStringLiteral("configuredTrack");
 }
 
+qsizetype countPoints(const LvGPXConfiguredTrackList& tracks)
+{
+    qsizetype count = 0;
+    for (const LvGPXConfiguredTrack& track : tracks) {
+        count += track.track().countPoints();
+    }
+    return count;
+}
+
 int scaledComponent(int component, int factor)
 {
     const qint64 scaled = qint64{component} * factor / neutralFactor; // factors may be large
@@ -77,11 +86,15 @@ LvGPXTrackSelection::~LvGPXTrackSelection() = default;
 
 LvGeoPositionList LvGPXTrackSelection::allPoints() const
 {
-    LvGeoPositionList points;
-    for (const LvGPXConfiguredTrack& track : myTracks) {
-        points.append(track.allPoints());
-    }
-    return points;
+    // Not with allPoints() of the tracks, which makes room for a million positions each time.
+    LvGeoPositionList positions;
+    positions.reserve(countPoints(myTracks));
+    visitTrackPoints([&positions](const QList<LvGPXTrackPoint>& points) {
+        for (const LvGPXTrackPoint& point : points) {
+            positions.append(point.sharedPosition());
+        }
+    });
+    return positions;
 }
 
 QList<LvGeoPositionList> LvGPXTrackSelection::chunkedPoints() const
@@ -117,10 +130,22 @@ LvGeoPosition LvGPXTrackSelection::lastPoint() const
 QList<QDateTime> LvGPXTrackSelection::allTimeStamps() const
 {
     QList<QDateTime> timeStamps;
-    for (const LvGPXConfiguredTrack& track : myTracks) {
-        timeStamps.append(track.allTimeStamps());
-    }
+    timeStamps.reserve(countPoints(myTracks));
+    visitTrackPoints([&timeStamps](const QList<LvGPXTrackPoint>& points) {
+        for (const LvGPXTrackPoint& point : points) {
+            timeStamps.append(point.sharedTimeStamp());
+        }
+    });
     return timeStamps;
+}
+
+bool LvGPXTrackSelection::visitTrackPoints(
+    const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const
+{
+    for (const LvGPXConfiguredTrack& track : myTracks) {
+        track.visitTrackPoints(visit);
+    }
+    return true;
 }
 
 bool LvGPXTrackSelection::operator==(const LvGPXTrackSelection& other) const

@@ -45,6 +45,8 @@ public:
     /// unlike firstPoint(), which does not search.
     [[nodiscard]] LvGeoPosition lastPoint() const override;
     [[nodiscard]] QList<QDateTime> allTimeStamps() const override;
+    bool
+    visitTrackPoints(const std::function<void(const QList<LvGPXTrackPoint>& points)>& visit) const override;
 
     bool operator==(const LvGPXTrackSelection& other) const;
     bool operator!=(const LvGPXTrackSelection& other) const;

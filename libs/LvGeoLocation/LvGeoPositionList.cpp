@@ -1,5 +1,7 @@
 #include "LvGeoPositionList.h"
 
+#include "LvPositionBounds.h"
+
 #include <utility>
 
 LvGeoPositionList::LvGeoPositionList() = default;
@@ -44,11 +46,11 @@ LvGeoPosition LvGeoPositionList::average() const
 
 LvGeoPositionRect LvGeoPositionList::boundingBox() const
 {
-    LvGeoPositionRect box;
+    LvPositionBounds bounds;
     for (const LvGeoPosition& position : *this) {
-        box.expandTo(position);
+        bounds.add(position);
     }
-    return box;
+    return bounds.rect();
 }
 
 LvGeoPosition LvGeoPositionList::center() const
