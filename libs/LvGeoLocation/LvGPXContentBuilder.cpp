@@ -54,12 +54,12 @@ void LvGPXContentBuilder::end(LvGPXContent content)
 
 void LvGPXContentBuilder::addElement(const QDomElement& element, LvGPXContent content)
 {
-    struct Open {
-        QDomElement next;
-        LvGPXContent content;
+    struct LvOpen {
+        QDomElement myNext;
+        LvGPXContent myContent;
     };
 
-    std::vector<Open> open;
+    std::vector<LvOpen> open;
     const auto enter = [this, &open](const QDomElement& entered, LvGPXContent as) {
         if (as == LvGPXContent::Point) {
             QString latitude;
@@ -72,14 +72,14 @@ void LvGPXContentBuilder::addElement(const QDomElement& element, LvGPXContent co
 
     enter(element, content);
     while (!open.empty()) {
-        const QDomElement child = open.back().next;
-        const LvGPXContent parent = open.back().content;
+        const QDomElement child = open.back().myNext;
+        const LvGPXContent parent = open.back().myContent;
         if (child.isNull()) {
             open.pop_back();
             end(parent);
             continue;
         }
-        open.back().next = child.nextSiblingElement();
+        open.back().myNext = child.nextSiblingElement();
         const QString name = child.tagName();
         const LvGPXContent as = begin(parent, QStringView(name));
         if (hasText(as)) {
@@ -97,19 +97,19 @@ void LvGPXContentBuilder::beginWith(const LvGPXTrack& track)
         {track.name(), track.description(), track.shape(), track.segments(), track.enclaves()});
 }
 
-LvGPXTrack LvGPXContentBuilder::build(const Draft& draft)
+LvGPXTrack LvGPXContentBuilder::build(const LvDraft& draft)
 {
-    LvGPXTrack track(draft.name, draft.description, draft.segments, draft.shape);
-    if (!draft.enclaves.isEmpty()) {
-        track.setEnclaves(draft.enclaves);
+    LvGPXTrack track(draft.myName, draft.myDescription, draft.mySegments, draft.myShape);
+    if (!draft.myEnclaves.isEmpty()) {
+        track.setEnclaves(draft.myEnclaves);
     }
     return track;
 }
 
-void LvGPXContentBuilder::settleShape(Draft& draft)
+void LvGPXContentBuilder::settleShape(LvDraft& draft)
 {
-    if (draft.shape.value() == LvGPXTrackShapeEnum::automatic) {
-        draft.shape = LvGPXTrack::autoDetectShape(draft.segments);
+    if (draft.myShape.value() == LvGPXTrackShapeEnum::automatic) {
+        draft.myShape = LvGPXTrack::autoDetectShape(draft.mySegments);
     }
 }
 
@@ -126,13 +126,13 @@ int LvGPXContentBuilder::wholeMetres(double elevation)
 
 void LvGPXContentBuilder::beginPoint()
 {
-    myPoint = PointDraft();
+    myPoint = LvPointDraft();
 }
 
 void LvGPXContentBuilder::endPoint()
 {
-    myPoints.emplace_back(LvGeoPosition(LvLatitude(myPoint.latitude), LvLongitude(myPoint.longitude)),
-                          myPoint.elevation, myPoint.time, myPoint.description);
+    myPoints.emplace_back(LvGeoPosition(LvLatitude(myPoint.myLatitude), LvLongitude(myPoint.myLongitude)),
+                          myPoint.myElevation, myPoint.myTime, myPoint.myDescription);
 }
 
 void LvGPXContentBuilder::endSegment()
@@ -142,7 +142,7 @@ void LvGPXContentBuilder::endSegment()
     }
     QList<LvGPXTrackPoint> points = std::exchange(myPoints, {});
     points.squeeze(); // tracks live long, and growing leaves up to twice the room
-    myDrafts.back().segments.append(LvGPXTrackSegment(points));
+    myDrafts.back().mySegments.append(LvGPXTrackSegment(points));
 }
 
 void LvGPXContentBuilder::endTrack(LvGPXContent content)
@@ -154,7 +154,7 @@ void LvGPXContentBuilder::endTrack(LvGPXContent content)
     LvGPXTrack track = build(myDrafts.back());
     myDrafts.pop_back();
     if (content == LvGPXContent::Enclave) {
-        myDrafts.back().enclaves.append(std::move(track));
+        myDrafts.back().myEnclaves.append(std::move(track));
     } else {
         (content == LvGPXContent::Track ? myTracks : myRoutes).append(std::move(track));
     }
@@ -166,7 +166,7 @@ void LvGPXContentBuilder::include(const QString& fileName)
     if (!myFollowsIncludes || myDrafts.size() != 1) {
         return;
     }
-    Draft& draft = myDrafts.front();
+    LvDraft& draft = myDrafts.front();
     LvGPXContentBuilder included;
     included.myDrafts.push_back(std::move(draft));
     LvGPXDocumentReader::read(QFileInfo(myDirectory, fileName), LvGPXContent::IncludedFile, included);

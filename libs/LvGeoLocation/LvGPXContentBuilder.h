@@ -102,27 +102,27 @@ public:
 
 private:
     /// A track that is still being read.
-    struct Draft {
-        QString name;
-        QString description;
-        LvGPXTrackShape shape{LvGPXTrackShapeEnum::linestring};
-        QList<LvGPXTrackSegment> segments;
-        QList<LvGPXTrack> enclaves;
+    struct LvDraft {
+        QString myName;
+        QString myDescription;
+        LvGPXTrackShape myShape{LvGPXTrackShapeEnum::linestring};
+        QList<LvGPXTrackSegment> mySegments;
+        QList<LvGPXTrack> myEnclaves;
     };
 
-    struct PointDraft {
-        double latitude = 0.0;
-        double longitude = 0.0;
-        int elevation = 0;
-        bool hasElevation = false;
-        bool hasTime = false;
-        bool hasDescription = false;
-        QDateTime time;
-        QString description;
+    struct LvPointDraft {
+        double myLatitude = 0.0;
+        double myLongitude = 0.0;
+        int myElevation = 0;
+        bool myHasElevation = false;
+        bool myHasTime = false;
+        bool myHasDescription = false;
+        QDateTime myTime;
+        QString myDescription;
     };
 
-    [[nodiscard]] static LvGPXTrack build(const Draft& draft);
-    static void settleShape(Draft& draft);
+    [[nodiscard]] static LvGPXTrack build(const LvDraft& draft);
+    static void settleShape(LvDraft& draft);
 
     static bool equals(QStringView name, std::string_view literal)
     {
@@ -158,9 +158,9 @@ private:
     bool myHasIncludedTrack = false;
     bool myHasRoutePoints = false;
     QString myIncludedFileName;
-    std::vector<Draft> myDrafts; // the last one inside the one before
+    std::vector<LvDraft> myDrafts; // the last one inside the one before
     QList<LvGPXTrackPoint> myPoints;
-    PointDraft myPoint;
+    LvPointDraft myPoint;
     QList<LvGPXTrack> myTracks;
     QList<LvGPXTrack> myRoutes;
 };
@@ -253,13 +253,13 @@ template <class Name>
 LvGPXContent LvGPXContentBuilder::beginInPoint(const Name& name)
 {
     // Of several children with one name the first counts.
-    if (equals(name, "ele") && isFirst(myPoint.hasElevation)) {
+    if (equals(name, "ele") && isFirst(myPoint.myHasElevation)) {
         return LvGPXContent::Elevation;
     }
-    if (equals(name, "time") && isFirst(myPoint.hasTime)) {
+    if (equals(name, "time") && isFirst(myPoint.myHasTime)) {
         return LvGPXContent::Time;
     }
-    if (equals(name, "desc") && isFirst(myPoint.hasDescription)) {
+    if (equals(name, "desc") && isFirst(myPoint.myHasDescription)) {
         return LvGPXContent::PointDescription;
     }
     return LvGPXContent::Ignored;
@@ -271,8 +271,8 @@ void LvGPXContentBuilder::setCoordinates(const std::optional<Text>& latitude,
 {
     // A point without coordinates is put where nobody takes it for "not set", as 0/0 would be.
     constexpr double missingDegrees = 1.0;
-    myPoint.latitude = latitude ? LvNumberText::toDouble(*latitude) : missingDegrees;
-    myPoint.longitude = longitude ? LvNumberText::toDouble(*longitude) : missingDegrees;
+    myPoint.myLatitude = latitude ? LvNumberText::toDouble(*latitude) : missingDegrees;
+    myPoint.myLongitude = longitude ? LvNumberText::toDouble(*longitude) : missingDegrees;
 }
 
 template <class Text>
@@ -280,25 +280,25 @@ void LvGPXContentBuilder::setText(LvGPXContent content, const Text& text)
 {
     switch (content) {
     case LvGPXContent::Elevation:
-        myPoint.elevation = wholeMetres(LvNumberText::toDouble(text));
+        myPoint.myElevation = wholeMetres(LvNumberText::toDouble(text));
         break;
     case LvGPXContent::Time:
-        myPoint.time = LvDateTimeText::fromIso(text);
+        myPoint.myTime = LvDateTimeText::fromIso(text);
         break;
     case LvGPXContent::PointDescription:
-        myPoint.description = toString(text);
+        myPoint.myDescription = toString(text);
         break;
     case LvGPXContent::CompressedPoints:
         myPoints += LvKmlTuples::decodePoints(text);
         break;
     case LvGPXContent::Name:
-        myDrafts.back().name = toString(text);
+        myDrafts.back().myName = toString(text);
         break;
     case LvGPXContent::Description:
-        myDrafts.back().description = toString(text);
+        myDrafts.back().myDescription = toString(text);
         break;
     case LvGPXContent::Shape:
-        myDrafts.back().shape = LvGPXTrackShape(toString(text));
+        myDrafts.back().myShape = LvGPXTrackShape(toString(text));
         break;
     case LvGPXContent::Include:
         include(toString(text));

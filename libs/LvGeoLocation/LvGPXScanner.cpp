@@ -171,7 +171,7 @@ bool LvGPXScanner::beginsWith(const char* here, std::string_view text) const
     return distance(here, myEnd) >= text.size() && std::memcmp(here, text.data(), text.size()) == 0;
 }
 
-const char* LvGPXScanner::skipBlanks(const char* here) const
+const char* LvGPXScanner::skipBlanks(const char* here)
 {
     while (isBlank(*here)) {
         ++here;
@@ -278,7 +278,7 @@ const char* LvGPXScanner::scanText(const char* here)
         }
         switch (textClass(*here)) {
         case Less:
-            if (myOpen[myDepth - 1].isInText) {
+            if (myOpen[myDepth - 1].myIsInText) {
                 addText(begin, here, isPlain);
             }
             return here;
@@ -316,29 +316,29 @@ const char* LvGPXScanner::scanStartTag(const char* here, LvGPXContent rootConten
     if (here == nullptr) {
         return nullptr;
     }
-    Open& open = myOpen[myDepth];
+    LvOpen& open = myOpen[myDepth];
     open = {name, distance(name, here), LvGPXContent::Ignored, false};
     if (myDepth == 0) {
-        open.content = rootContent;
+        open.myContent = rootContent;
     } else {
-        const Open& parent = myOpen[myDepth - 1];
-        if (parent.isInText) {
-            open.isInText = true;
-        } else if (parent.content != LvGPXContent::Ignored) {
-            open.content = myBuilder.begin(parent.content, std::string_view(name, open.size));
-            if (LvGPXContentBuilder::hasText(open.content)) {
-                open.isInText = true;
+        const LvOpen& parent = myOpen[myDepth - 1];
+        if (parent.myIsInText) {
+            open.myIsInText = true;
+        } else if (parent.myContent != LvGPXContent::Ignored) {
+            open.myContent = myBuilder.begin(parent.myContent, std::string_view(name, open.mySize));
+            if (LvGPXContentBuilder::hasText(open.myContent)) {
+                open.myIsInText = true;
                 beginText();
             }
         }
     }
-    Coordinates coordinates;
+    LvCoordinates coordinates;
     here = scanAttributes(here, coordinates);
     if (here == nullptr) {
         return nullptr;
     }
-    if (open.content == LvGPXContent::Point) {
-        myBuilder.setCoordinates(coordinates.latitude, coordinates.longitude);
+    if (open.myContent == LvGPXContent::Point) {
+        myBuilder.setCoordinates(coordinates.myLatitude, coordinates.myLongitude);
     }
     ++myDepth;
     if (*here == '/') {
@@ -352,7 +352,7 @@ const char* LvGPXScanner::scanStartTag(const char* here, LvGPXContent rootConten
 }
 
 /// Up to the "/" or ">" of a start tag.
-const char* LvGPXScanner::scanAttributes(const char* here, Coordinates& coordinates)
+const char* LvGPXScanner::scanAttributes(const char* here, LvCoordinates& coordinates)
 {
     size_t count = 0;
     for (;;) {
@@ -371,8 +371,8 @@ const char* LvGPXScanner::scanAttributes(const char* here, Coordinates& coordina
         }
         const std::string_view name(begin, distance(begin, here));
         for (size_t index = 0; index < count; ++index) {
-            const Attribute& before = myAttributes[index];
-            if (name == std::string_view(before.name, before.size)) {
+            const LvAttribute& before = myAttributes[index];
+            if (name == std::string_view(before.myName, before.mySize)) {
                 return stop(Result::Broken);
             }
         }
@@ -390,9 +390,9 @@ const char* LvGPXScanner::scanAttributes(const char* here, Coordinates& coordina
         }
         if (name.size() == 3 && name[0] == 'l') {
             if (name == "lat") {
-                coordinates.latitude = std::string_view(value, distance(value, here - 1));
+                coordinates.myLatitude = std::string_view(value, distance(value, here - 1));
             } else if (name == "lon") {
-                coordinates.longitude = std::string_view(value, distance(value, here - 1));
+                coordinates.myLongitude = std::string_view(value, distance(value, here - 1));
             } else {
                 continue;
             }
@@ -449,11 +449,11 @@ const char* LvGPXScanner::scanAttributeValue(const char* here, bool& isPlain)
 const char* LvGPXScanner::scanEndTag(const char* here)
 {
     here += 2;
-    const Open& open = myOpen[myDepth - 1];
-    if (!beginsWith(here, std::string_view(open.name, open.size))) {
+    const LvOpen& open = myOpen[myDepth - 1];
+    if (!beginsWith(here, std::string_view(open.myName, open.mySize))) {
         return stop(Result::Broken);
     }
-    here = skipBlanks(here + open.size);
+    here = skipBlanks(here + open.mySize);
     if (*here != '>') {
         return stop(Result::Broken);
     }
@@ -463,11 +463,11 @@ const char* LvGPXScanner::scanEndTag(const char* here)
 
 void LvGPXScanner::closeElement()
 {
-    const Open& open = myOpen[--myDepth];
-    if (LvGPXContentBuilder::hasText(open.content)) {
-        endText(open.content);
-    } else if (open.content != LvGPXContent::Ignored) {
-        myBuilder.end(open.content);
+    const LvOpen& open = myOpen[--myDepth];
+    if (LvGPXContentBuilder::hasText(open.myContent)) {
+        endText(open.myContent);
+    } else if (open.myContent != LvGPXContent::Ignored) {
+        myBuilder.end(open.myContent);
     }
 }
 
@@ -530,7 +530,7 @@ const char* LvGPXScanner::scanCharacterData(const char* here)
     const char* const begin = here;
     for (;;) {
         if (*here == ']' && here[1] == ']' && here[2] == '>') {
-            if (myOpen[myDepth - 1].isInText) {
+            if (myOpen[myDepth - 1].myIsInText) {
                 addCharacterData(begin, here);
             }
             return here + 3;

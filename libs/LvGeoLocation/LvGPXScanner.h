@@ -31,21 +31,21 @@ public:
     [[nodiscard]] Result scan(LvGPXContent rootContent);
 
 private:
-    struct Open {
-        const char* name;
-        size_t size;
-        LvGPXContent content;
-        bool isInText; // of an element whose text counts, at any depth
+    struct LvOpen {
+        const char* myName;
+        size_t mySize;
+        LvGPXContent myContent;
+        bool myIsInText; // of an element whose text counts, at any depth
     };
 
-    struct Attribute {
-        const char* name;
-        size_t size;
+    struct LvAttribute {
+        const char* myName;
+        size_t mySize;
     };
 
-    struct Coordinates {
-        std::optional<std::string_view> latitude;
-        std::optional<std::string_view> longitude;
+    struct LvCoordinates {
+        std::optional<std::string_view> myLatitude;
+        std::optional<std::string_view> myLongitude;
     };
 
     // Each takes the place to begin at and returns the place behind; nullptr after stop().
@@ -56,7 +56,7 @@ private:
     const char* scanContent(const char* here);
     const char* scanText(const char* here);
     const char* scanStartTag(const char* here, LvGPXContent rootContent);
-    const char* scanAttributes(const char* here, Coordinates& coordinates);
+    const char* scanAttributes(const char* here, LvCoordinates& coordinates);
     const char* scanAttributeValue(const char* here, bool& isPlain);
     const char* scanEndTag(const char* here);
     const char* scanFreeCharacter(const char* here);
@@ -68,7 +68,7 @@ private:
     const char* scanName(const char* here);
     const char* scanReference(const char* here);
     const char* scanMultibyte(const char* here);
-    const char* skipBlanks(const char* here) const;
+    static const char* skipBlanks(const char* here);
     std::optional<std::string_view> takePseudoAttribute(const char*& here, std::string_view name) const;
     [[nodiscard]] bool beginsWith(const char* here, std::string_view text) const;
 
@@ -88,8 +88,8 @@ private:
     Result myResult = Result::Complete;
 
     size_t myDepth = 0;
-    std::array<Open, mostOpen> myOpen;
-    std::array<Attribute, mostAttributes> myAttributes;
+    std::array<LvOpen, mostOpen> myOpen;
+    std::array<LvAttribute, mostAttributes> myAttributes;
 
     // The text of the element that is being read: one plain piece as long as that does.
     std::string_view myPlainText;
