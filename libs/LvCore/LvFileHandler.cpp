@@ -52,6 +52,17 @@ QStringList LvFileHandler::readTextFile(const QFileInfo& file)
     return lines;
 }
 
+QString LvFileHandler::joinLines(QString text)
+{
+    if (text.endsWith(u'\n')) {
+        text.chop(1);
+    }
+    if (text.endsWith(u'\r')) {
+        text.chop(1);
+    }
+    return text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
 QString LvFileHandler::decodeText(const QByteArray& bytes)
 {
     const QStringConverter::Encoding encoding =

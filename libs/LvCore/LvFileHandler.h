@@ -35,6 +35,9 @@ public:
     /// when the file cannot be read.
     [[nodiscard]] static QStringList readTextFile(const QFileInfo& file);
 
+    /// The lines of a text, as of a text file, with a line feed between each two.
+    [[nodiscard]] static QString joinLines(QString text);
+
     /// The text of such bytes, decoded in the same way.
     [[nodiscard]] static QString decodeText(const QByteArray& bytes);
 

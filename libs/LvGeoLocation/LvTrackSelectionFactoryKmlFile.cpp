@@ -2,11 +2,15 @@
 
 #include "LvFileHandler.h"
 #include "LvGPXTrackStyleList.h"
+#include "LvKmlCoordinates.h"
+#include "LvKmlTuples.h"
 #include "LvXMLLoader.h"
 #include "LvZIP.h"
 
 #include <QDomDocument>
 #include <QFileInfo>
+
+#include <functional>
 
 namespace
 {
@@ -39,22 +43,37 @@ bool hasSuffix(const QFileInfo& file, const char* suffix)
     return file.suffix().toLower() == QLatin1String(suffix);
 }
 
-QString readArchive(const QFileInfo& file)
+QByteArray readArchive(const QFileInfo& file)
 {
     LvZIP archive(file);
     if (!archive.open(openForReading)) {
         return {};
     }
-    QString text;
+    QByteArray bytes;
     const QStringList names = archive.getFileNameList();
     for (const QString& name : names) {
         if (name.endsWith(QLatin1String(".kml"))) {
-            text = QString::fromUtf8(archive.fileContent(name));
+            bytes = archive.fileContent(name);
             break;
         }
     }
     archive.close();
-    return text;
+    return bytes;
+}
+
+QByteArray readDocument(const QFileInfo& file)
+{
+    if (hasSuffix(file, "kml")) {
+        return LvFileHandler::readBytes(file).value_or(QByteArray());
+    }
+    return hasSuffix(file, "kmz") ? readArchive(file) : QByteArray();
+}
+
+/// The text of the document in such a file.
+QString decodeText(const QByteArray& document, const QFileInfo& file)
+{
+    return hasSuffix(file, "kml") ? LvFileHandler::joinLines(LvFileHandler::decodeText(document))
+                                  : QString::fromUtf8(document);
 }
 
 QString childText(const QDomElement& element, const char* tagName)
@@ -62,16 +81,38 @@ QString childText(const QDomElement& element, const char* tagName)
     return element.firstChildElement(QLatin1String(tagName)).text();
 }
 
+using PointDecoder = std::function<QList<LvGPXTrackPoint>(const QString&)>;
+
 LvGPXConfiguredTrack decodePlacemark(const QDomElement& placemark, const LvGPXTrackStyleList& styles,
-                                     const QString& fileName)
+                                     const QString& fileName, const PointDecoder& decodePoints)
 {
     const QString name = childText(placemark, "name");
     const QString description = childText(placemark, "description");
+    const LvGPXTrackSegment segment =
+        decodePoints(LvTrackSelectionFactoryKmlFile::findCoordinates(placemark));
     // The file name stands in for the description as well, so that a tool tip is never empty.
-    const LvGPXTrack track = LvGPXTrack::decodeKml(
-        name.isEmpty() ? fileName : name, description.isEmpty() ? fileName : description,
-        LvTrackSelectionFactoryKmlFile::findCoordinates(placemark), LvGPXTrackShape::decodeKml(placemark));
+    const LvGPXTrack track(name.isEmpty() ? fileName : name, description.isEmpty() ? fileName : description,
+                           segment.isValid() ? QList<LvGPXTrackSegment>{segment} : QList<LvGPXTrackSegment>(),
+                           LvGPXTrackShape::decodeKml(placemark));
     return {track, styles.findStyling(childText(placemark, "styleUrl"))};
+}
+
+/// @param decodePoints makes the points of what is found as the coordinates
+LvGPXConfiguredTrackList decodeDocument(const QString& text, const QString& fileName,
+                                        const PointDecoder& decodePoints)
+{
+    QDomDocument xml;
+    if (!LvXMLLoader::parse(text, xml)) {
+        return {};
+    }
+    const QDomElement document = xml.documentElement().firstChildElement(QStringLiteral("Document"));
+    const LvGPXTrackStyleList styles = LvGPXTrackStyleList::fromKml(document);
+    LvGPXConfiguredTrackList tracks;
+    const QList<QDomElement> placemarks = LvTrackSelectionFactoryKmlFile::findPlacemarks(document);
+    for (const QDomElement& placemark : placemarks) {
+        tracks.append(decodePlacemark(placemark, styles, fileName, decodePoints));
+    }
+    return tracks;
 }
 
 } // namespace
@@ -102,31 +143,24 @@ bool LvTrackSelectionFactoryKmlFile::supportsFile(const QFileInfo& file) const
 LvGPXConfiguredTrackList
 LvTrackSelectionFactoryKmlFile::createConfiguredTrackList(const QFileInfo& file) const
 {
-    return decode(readFile(file), file.fileName());
+    const QByteArray document = readDocument(file);
+    const LvKmlCoordinates coordinates(document);
+    if (!coordinates.isValid()) {
+        return decode(decodeText(document, file), file.fileName());
+    }
+    return decodeDocument(
+        decodeText(coordinates.remainder(), file), file.fileName(),
+        [&coordinates](const QString& index) { return LvKmlTuples::decodePoints(coordinates.find(index)); });
 }
 
 QString LvTrackSelectionFactoryKmlFile::readFile(const QFileInfo& file)
 {
-    if (hasSuffix(file, "kml")) {
-        return LvFileHandler::readTextFile(file).join(QLatin1Char('\n'));
-    }
-    return hasSuffix(file, "kmz") ? readArchive(file) : QString();
+    return decodeText(readDocument(file), file);
 }
 
 LvGPXConfiguredTrackList LvTrackSelectionFactoryKmlFile::decode(const QString& text, const QString& fileName)
 {
-    QDomDocument xml;
-    if (!LvXMLLoader::parse(text, xml)) {
-        return {};
-    }
-    const QDomElement document = xml.documentElement().firstChildElement(QStringLiteral("Document"));
-    const LvGPXTrackStyleList styles = LvGPXTrackStyleList::fromKml(document);
-    LvGPXConfiguredTrackList tracks;
-    const QList<QDomElement> placemarks = findPlacemarks(document);
-    for (const QDomElement& placemark : placemarks) {
-        tracks.append(decodePlacemark(placemark, styles, fileName));
-    }
-    return tracks;
+    return decodeDocument(text, fileName, &LvGPXTrackSegment::decodeTrackPoints);
 }
 
 QList<QDomElement> LvTrackSelectionFactoryKmlFile::findPlacemarks(const QDomElement& element)

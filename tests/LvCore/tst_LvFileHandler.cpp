@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cmath>
 #include <cstdio>
 #include <memory>
 #include <sys/socket.h>
@@ -70,6 +71,28 @@ private Q_SLOTS:
         QCOMPARE(LvFileHandler::readTextFile(QFileInfo(file)), lines);
         QCOMPARE(LvFileHandler::readBytes(QFileInfo(file)).value(), bytes);
         QVERIFY(LvFileHandler::isReadableRegularFile(QFileInfo(file)));
+    }
+
+    /// Lines may end in any mixture of carriage returns and line feeds.
+    void joinsLines()
+    {
+        const QString alphabet = QStringLiteral("a\r\n");
+        const QString path = myDirectory.filePath(QStringLiteral("lines.txt"));
+        for (int length = 0; length <= 6; ++length) {
+            const int count = static_cast<int>(std::pow(alphabet.size(), length));
+            for (int number = 0; number < count; ++number) {
+                QString text;
+                for (int rest = number; text.size() < length; rest /= 3) {
+                    text += alphabet[rest % 3];
+                }
+                QFile file(path);
+                QVERIFY(file.open(QIODevice::WriteOnly));
+                file.write(text.toUtf8());
+                file.close();
+                QCOMPARE(LvFileHandler::joinLines(text),
+                         LvFileHandler::readTextFile(QFileInfo(path)).join(u'\n'));
+            }
+        }
     }
 
     void refuses_data()
