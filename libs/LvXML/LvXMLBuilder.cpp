@@ -1,28 +1,14 @@
 #include "LvXMLBuilder.h"
 
+#include "LvXMLWriter.h"
+
 #include <QCoreApplication>
 #include <QSaveFile>
-#include <QTextStream>
 
 #include <algorithm>
 
 namespace
 {
-
-constexpr int indentation = 1;
-
-/// The number of code units of the legal character that starts at the index: 1, 2 for a surrogate pair, 0 for
-/// none.
-qsizetype legalUnits(QStringView text, qsizetype index)
-{
-    const char16_t unit = text[index].unicode();
-    if (QChar::isHighSurrogate(unit)) {
-        return index + 1 < text.size() && text[index + 1].isLowSurrogate() ? 2 : 0;
-    }
-    const bool isLegal = unit >= u' ' ? !QChar::isLowSurrogate(unit) && unit < 0xFFFE
-                                      : unit == u'\t' || unit == u'\n' || unit == u'\r';
-    return isLegal ? 1 : 0;
-}
 
 bool isDeclaration(const QDomNode& node)
 {
@@ -39,7 +25,7 @@ bool refuse(const QString& reason, const QFileInfo& file, QStringList* errorHist
     return false;
 }
 
-/// Whether elements lie deeper inside each other than the toolkit can write: it goes down by recursion.
+/// Whether elements lie deeper inside each other than can be read again.
 bool isTooDeep(const QDomDocument& document)
 {
     int depth = 1;
@@ -57,20 +43,6 @@ bool isTooDeep(const QDomDocument& document)
         element = next;
     }
     return !element.isNull();
-}
-
-QByteArray encode(const QDomDocument& document)
-{
-    QString text;
-    QTextStream stream(&text, QIODevice::WriteOnly);
-    stream.setEncoding(QStringConverter::Utf8);
-    // A document read from a file may declare another encoding than the one it is written in.
-    const bool hasDeclaration = isDeclaration(document.firstChild());
-    document.save(stream, indentation,
-                  hasDeclaration ? QDomNode::EncodingFromTextStream : QDomNode::EncodingFromDocument);
-    stream.flush();
-    // Attributes and the texts of parsed documents have not passed through the builder.
-    return LvXMLBuilder::legalText(text).toUtf8();
 }
 
 } // namespace
@@ -131,9 +103,9 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& file,
     if (!output.open(QIODevice::WriteOnly)) {
         return refuse(output.errorString(), file, errorHistory);
     }
-    const QByteArray bytes = encode(document);
+    LvXMLWriter(output).write(document);
     // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
-    if (output.write(bytes) != bytes.size() || !output.flush()) {
+    if (output.error() != QFileDevice::NoError || !output.flush()) {
         return refuse(output.errorString(), file, errorHistory);
     }
     return output.commit() || refuse(output.errorString(), file, errorHistory);
@@ -143,14 +115,14 @@ QString LvXMLBuilder::legalText(const QString& text)
 {
     QString legal;
     qsizetype copied = 0;
-    qsizetype index = 0;
+    qsizetype index = LvXMLWriter::findSuspect(text, 0);
     while (index < text.size()) {
-        const qsizetype units = legalUnits(text, index);
+        const qsizetype units = LvXMLWriter::legalUnits(text, index);
         if (units == 0) {
             legal += QStringView(text).mid(copied, index - copied);
             copied = index + 1;
         }
-        index += std::max<qsizetype>(units, 1);
+        index = LvXMLWriter::findSuspect(text, index + std::max<qsizetype>(units, 1));
     }
     if (copied == 0) {
         return text;

@@ -25,9 +25,9 @@ class LVXML_EXPORT LvXMLBuilder
 public:
     LvXMLBuilder() = delete;
 
-    /// The deepest nesting of elements that is saved; the document element has depth 1. The toolkit takes
-    /// about two kilobytes of the stack for each level.
-    static constexpr int maximumDepth = 2000;
+    /// The deepest nesting of elements that is saved; the document element has depth 1. What is nested deeper
+    /// could not be read again.
+    static constexpr int maximumDepth = 10000;
 
     /// Appends an empty child element to the parent and returns it; a null element when the parent is null.
     /// Elements are handles: the document changes though the handle is constant.
@@ -44,7 +44,8 @@ public:
     /// returns. In a document that has a root element already, that one is removed with all below it.
     static QDomElement buildRootElement(QDomDocument& document, const QString& name);
 
-    /// Writes the document as UTF-8 text; an XML declaration in it is rewritten to say so. The text goes into
+    /// Writes the document as UTF-8 text; an XML declaration in it is rewritten to say so. Attributes stand
+    /// in the order of their names, so that the same document always gives the same bytes. The text goes into
     /// a temporary file that takes the place of the file when it is complete: until then, and after a
     /// failure, an older file of that name stays as it was. False when the file could not be written, and
     /// when the document has no root element or is nested too deeply or the name is that of a device or a

@@ -138,6 +138,7 @@ private Q_SLOTS:
     void includeReadsRegularFilesOnly();
     void lastIncludeIsRegistered();
     void toXmlWithDirectory();
+    void savesDeepEnclaves();
     void deepEnclaves();
     void impl();
 };
@@ -858,6 +859,22 @@ void tst_LvGPXTrack::toXmlWithDirectory()
     QCOMPARE(dir.entryList(QDir::Files).size(), 2);
 }
 
+void tst_LvGPXTrack::savesDeepEnclaves()
+{
+    // Deeper than a writer gets that goes down by recursion. The toolkit takes the square of it in time.
+    LvGPXTrack track = square(1);
+    for (int level = 0; level < 1500; ++level) {
+        LvGPXTrack outer = square(1);
+        outer.addEnclave(track);
+        track = outer;
+    }
+    const QTemporaryDir directory;
+    const QFileInfo file(directory.filePath(QStringLiteral("deep.gpx")));
+    track.saveAsGpxFile(file);
+    const QDomElement saved = LvXMLLoader::loadDocumentElement(file);
+    QVERIFY(LvGPXTrack(saved.firstChildElement(), noDirectory) == track);
+}
+
 void tst_LvGPXTrack::deepEnclaves()
 {
     // As deep as documents get: each level is one "trk" and one "enclaves" around the next.
@@ -895,6 +912,7 @@ void tst_LvGPXTrack::deepEnclaves()
     thread->wait();
     QVERIFY(equal);
     QCOMPARE(depth, levels);
+
     int writtenDepth = 0;
     for (QDomElement element = back; !element.isNull(); element = child(child(element, "enclaves"), "trk")) {
         ++writtenDepth;

@@ -6,6 +6,9 @@
 #include <QDomDocument>
 #include <QFile>
 #include <QTemporaryDir>
+#include <QThread>
+
+#include <memory>
 
 namespace
 {
@@ -404,7 +407,15 @@ void tst_LvXMLBuilder::deepDocumentIsNotWritten()
         LvXMLBuilder::buildDomElement(element, "sibling");
         element = LvXMLBuilder::buildDomElement(element, "child");
     }
-    QVERIFY(LvXMLBuilder::saveUTF8(document, QFileInfo(path)));
+    // A stack that has no room for one frame per level.
+    constexpr uint stackBytes = 256 * 1024;
+    bool isSaved = false;
+    const std::unique_ptr<QThread> thread(
+        QThread::create([&] { isSaved = LvXMLBuilder::saveUTF8(document, QFileInfo(path)); }));
+    thread->setStackSize(stackBytes);
+    thread->start();
+    thread->wait();
+    QVERIFY(isSaved);
     const QByteArray deepest = contentOf(path);
     QVERIFY(deepest.size() > LvXMLBuilder::maximumDepth);
     LvXMLBuilder::buildDomElement(element, "child");
