@@ -248,6 +248,16 @@ Pixels excursions(Dice& dice, const QSize& size)
 Pixels aroundTheLimit(Dice& dice, const QSize& size)
 {
     Pixels pixels = walk(dice, size);
+    const bool isFarFromTheImage = dice.oneIn(2); // so that no tile sees the way to the limit
+    const QPointF outside(-300.0, -300.0);
+    if (isFarFromTheImage) {
+        pixels.push_back(outside);
+        pixels.push_back(outside - QPointF(0.0, dice.oneIn(2) ? painterLimit : painterLimit - 400.0));
+        pixels.push_back(outside);
+        const Pixels back = walk(dice, size);
+        pixels.insert(pixels.end(), back.begin(), back.end());
+        return pixels;
+    }
     const double edge = painterLimit + dice.between(-40.0, 40.0);
     switch (dice.below(4)) {
     case 0:
@@ -431,7 +441,7 @@ void tst_LvGPXTrackRendererTiling::generatedTracks_data()
     QTest::newRow("to and fro") << Figure(zigzag) << true << 100;
     QTest::newRow("rounds") << Figure(rounds) << true << 300;
     QTest::newRow("excursions") << Figure(excursions) << true << 80;
-    QTest::newRow("around the painter's limit") << Figure(aroundTheLimit) << true << 60;
+    QTest::newRow("around the painter's limit") << Figure(aroundTheLimit) << true << 100;
     QTest::newRow("scribble") << Figure(scribble) << true << 60;
     QTest::newRow("tiny steps") << Figure(tinySteps) << true << 200;
     QTest::newRow("hostile") << Figure(hostile) << true << 200;
