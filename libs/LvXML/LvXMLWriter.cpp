@@ -6,6 +6,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
@@ -17,22 +18,18 @@ constexpr qsizetype bufferSize = qsizetype(1) << 16;
 constexpr qsizetype unitsAtOnce = qsizetype(1) << 13;
 constexpr qsizetype keptBytes = 2; // what "]]>" has before its last character
 
-bool isSuspect(char16_t unit)
-{
-    return (unit < u' ' && unit != u'\n' && unit != u'\t') || unit >= 0xD800;
-}
+// Predicates without branches and as types of their own, so that a loop over them becomes vector code.
+constexpr auto isSuspect = [](char16_t unit) {
+    return ((unit < u' ') & (unit != u'\n') & (unit != u'\t')) | (unit >= 0xD800);
+};
 
 /// Whether the character may need more than encoding somewhere.
-bool isSpecial(char16_t unit)
-{
-    return (unit < u' ' && unit != u'\n') || unit == u'<' || unit == u'>' || unit == u'&' || unit == u'"'
-        || unit >= 0xD800;
-}
+constexpr auto isSpecial = [](char16_t unit) {
+    return ((unit < u' ') & (unit != u'\n')) | (unit == u'<') | (unit == u'>') | (unit == u'&')
+        | (unit == u'"') | (unit >= 0xD800);
+};
 
-bool isSpecialInAttribute(char16_t unit)
-{
-    return isSpecial(unit) || unit == u'\n';
-}
+constexpr auto isSpecialInAttribute = [](char16_t unit) { return isSpecial(unit) | (unit == u'\n'); };
 
 template <class Predicate>
 qsizetype findUnit(QStringView text, qsizetype from, Predicate predicate)
@@ -41,15 +38,15 @@ qsizetype findUnit(QStringView text, qsizetype from, Predicate predicate)
     // Blocks of a fixed size without a way out become vector code.
     constexpr qsizetype blockSize = 32;
     for (; from + blockSize <= text.size(); from += blockSize) {
-        unsigned found = 0;
+        std::uint16_t found = 0;
         for (qsizetype offset = 0; offset < blockSize; ++offset) {
-            found |= static_cast<unsigned>(predicate(units[from + offset]));
+            found = static_cast<std::uint16_t>(found | predicate(units[from + offset]));
         }
         if (found != 0) {
             break;
         }
     }
-    while (from < text.size() && !predicate(units[from])) {
+    while (from < text.size() && predicate(units[from]) == 0) {
         ++from;
     }
     return from;
