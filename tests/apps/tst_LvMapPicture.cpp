@@ -130,6 +130,7 @@ private Q_SLOTS:
     void saveImages();
     void saveSvg();
     void savePdf();
+    void notEnoughMemory();
     void saveFails_data();
     void saveFails();
 
@@ -467,6 +468,15 @@ void tst_LvMapPicture::savePdf()
     QVERIFY(bytes.trimmed().endsWith("%%EOF"));
     QVERIFY(bytes.contains("/MediaBox [0 0 480.000000 360.000000]")); // points: 96 pixels are 72 of them
     QCOMPARE(bytes.count("/Type /Page\n"), 1);
+}
+
+void tst_LvMapPicture::notEnoughMemory()
+{
+    LvMapPicture picture(LvGPXTrackSelection(), LvMapView(QSize(1 << 30, 1 << 30)), nullptr, 1.0);
+    QVERIFY(picture.toImage().isNull());
+    const QString fileName = path(QStringLiteral("memory.png"));
+    QCOMPARE(picture.save(fileName), QStringLiteral("not enough memory for the picture"));
+    QVERIFY(!QFile::exists(fileName));
 }
 
 void tst_LvMapPicture::saveFails_data()
