@@ -150,7 +150,7 @@ private:
 
     void edit(LvGPXTrackSelection& selection)
     {
-        const int last = selection.count() - 1;
+        const int last = static_cast<int>(selection.count()) - 1;
         selection.moveTrack(number(0, last), number(0, last));
         selection.overrideColorOfTrack(number(0, last), number(0, 255));
         selection.setCroppingOpacity(number(0, 2) == 0 ? number(0, 254) : 255);
