@@ -48,6 +48,7 @@ constexpr double outlineTolerancePixels = 2.0;
 
 // Projecting this many points takes some ten microseconds; less is not worth a second thread.
 constexpr int pointsWorthThreads = 2048;
+constexpr int pointsOfRun = 16384;
 
 // Tracks whose paths are made at once, in several threads. Fewer than the smallest number are left to the
 // threads of each track.
@@ -519,41 +520,128 @@ QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXConfiguredTrack& t
     return path;
 }
 
+/// Points that follow each other in one list, and where they stand in the array of all of them.
+struct LvGPXTrackRenderer::Run {
+    const LvGPXTrackPoint* first;
+    int count;
+    int index;
+    const LvGeoPosition* before; // of the point before the first one; null at the very beginning
+};
+
+/// A step over the 180° meridian to the point with that index.
+struct LvGPXTrackRenderer::Crossing {
+    int index;
+    int worlds;
+};
+
 QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXTrack& track, int strength, int steps) const
 {
-    const QList<LvGeoPositionList> lists = track.chunkedPoints();
-    QList<LvIntRange> ranges;
-    QList<int> numbers;
+    // The shared points themselves are read: to copy a million positions takes as long as to project them.
+    const QList<LvGPXTrackSegment> segments = track.segments();
+    std::vector<Run> runs;
     int count = 0;
-    for (const LvGeoPositionList& list : lists) {
-        const int end = count + static_cast<int>(list.size());
-        ranges.append(LvIntRange(count, end - 1));
-        numbers.append(static_cast<int>(numbers.size()));
-        count = end;
+    const LvGeoPosition* before = nullptr;
+    for (const LvGPXTrackSegment& segment : segments) {
+        const QList<LvGPXTrackPoint> points = segment.trackPoints();
+        for (qsizetype first = 0; first < points.size(); first += pointsOfRun) {
+            const int size = static_cast<int>(std::min<qsizetype>(points.size() - first, pointsOfRun));
+            const LvGPXTrackPoint* begin = points.constData() + first;
+            runs.push_back({begin, size, count, before});
+            before = &begin[size - 1].sharedPosition();
+            count += size;
+        }
     }
     if (count == 0) {
         return {};
     }
     std::vector<QPointF> points(static_cast<size_t>(count));
-    QList<QPointF> offsets;
-    const bool hasCrossings = createDateLineCrossingOffsets(lists, ranges, numbers, offsets);
-    if (count < pointsWorthThreads) {
-        for (const int number : std::as_const(numbers)) {
-            projectPoints(lists.at(number), ranges.at(number), points.data());
-        }
-    } else {
-        projectPointsPP(lists, ranges, numbers, points.data());
-    }
-    if (hasCrossings) {
-        const QPointF* shifts = offsets.constData();
-        forEachList(ranges, numbers, [shifts, &ranges, &points](int number) {
-            shiftProjected(ranges.at(number), shifts, points.data());
-        });
+    std::vector<Crossing> crossings = projectRuns(runs, points);
+    if (!crossings.empty()) {
+        shiftByCrossings(crossings, points);
     }
     if (strength != unsmoothedStrength) {
+        LvVectorRegisters::clearUpperHalves();
         LvGPXTrackSmoothing(points.data(), count, strength / 100.0, steps).run();
     }
     return thinned(points);
+}
+
+std::vector<LvGPXTrackRenderer::Crossing> LvGPXTrackRenderer::projectRuns(const std::vector<Run>& runs,
+                                                                          std::span<QPointF> points) const
+{
+    // Runs of together enough points make an item: one item for each tiny segment would not pay.
+    struct Item {
+        size_t first;
+        size_t end;
+        std::vector<Crossing> crossings;
+    };
+
+    std::vector<Item> items;
+    int pointsOfItem = pointsOfRun;
+    for (size_t number = 0; number < runs.size(); ++number) {
+        if (pointsOfItem >= pointsWorthThreads) {
+            items.push_back({number, number, {}});
+            pointsOfItem = 0;
+        }
+        items.back().end = number + 1;
+        pointsOfItem += runs[number].count;
+    }
+    const auto project = [this, &runs, points](Item& item) {
+        LvVectorRegisters::clearUpperHalves();
+        for (size_t number = item.first; number < item.end; ++number) {
+            projectRun(runs[number], points, item.crossings);
+        }
+    };
+    if (items.size() == 1) {
+        project(items.front());
+    } else {
+        LvConcurrent::blockingMap(items, project);
+    }
+    std::vector<Crossing> crossings;
+    for (const Item& item : items) {
+        crossings.insert(crossings.end(), item.crossings.begin(), item.crossings.end());
+    }
+    return crossings;
+}
+
+void LvGPXTrackRenderer::projectRun(const Run& run, std::span<QPointF> points,
+                                    std::vector<Crossing>& crossings) const
+{
+    QPointF* pixel = points.data() + run.index;
+    const LvGeoPosition* before = run.before;
+    bool isFromEast = before != nullptr && before->isInEasternHemisphere();
+    for (int number = 0; number < run.count; ++number) {
+        const LvGeoPosition& position = run.first[number].sharedPosition();
+        pixel[number] = project(position);
+        // Nearly all steps stay within a hemisphere.
+        const bool isInEast = position.isInEasternHemisphere();
+        if (isInEast != isFromEast && before != nullptr) {
+            const int worlds = checkDateLineCrossing(*before, position);
+            if (worlds != 0) {
+                crossings.push_back({run.index + number, worlds});
+            }
+        }
+        isFromEast = isInEast;
+        before = &position;
+    }
+}
+
+void LvGPXTrackRenderer::shiftByCrossings(const std::vector<Crossing>& crossings,
+                                          std::span<QPointF> points) const
+{
+    const QPointF world = aroundTheWorldOffset();
+    int worlds = 0;
+    for (size_t number = 0; number < crossings.size(); ++number) {
+        worlds += crossings[number].worlds;
+        const size_t end =
+            number + 1 < crossings.size() ? static_cast<size_t>(crossings[number + 1].index) : points.size();
+        if (worlds == 0) {
+            continue; // 0 times infinity is no number
+        }
+        for (size_t index = static_cast<size_t>(crossings[number].index); index < end; ++index) {
+            points[index] += worlds * world;
+        }
+    }
 }
 
 QPainterPath LvGPXTrackRenderer::thinned(std::span<const QPointF> points) const

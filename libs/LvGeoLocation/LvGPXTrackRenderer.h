@@ -17,6 +17,7 @@
 #include <QSize>
 
 #include <span>
+#include <vector>
 
 class LvGPXConfiguredTrack;
 class LvGPXTrack;
@@ -206,6 +207,8 @@ protected:
 
 private:
     struct Figure; // a track's shape and path
+    struct Run;
+    struct Crossing;
 
     // Where tiles are given, the painter paints onto their image: outlines are left to them, and copies of
     // the world that do not touch it are left out.
@@ -226,6 +229,10 @@ private:
                               const Draw& draw) const;
     [[nodiscard]] QRectF touchedBy(const QPainterPath& path, const LvGPXTrackConfiguration& config,
                                    TrackRenderOption option) const;
+    [[nodiscard]] std::vector<Crossing> projectRuns(const std::vector<Run>& runs,
+                                                    std::span<QPointF> points) const;
+    void projectRun(const Run& run, std::span<QPointF> points, std::vector<Crossing>& crossings) const;
+    void shiftByCrossings(const std::vector<Crossing>& crossings, std::span<QPointF> points) const;
     [[nodiscard]] QPainterPath thinned(std::span<const QPointF> points) const;
 
     LvGPXTrackSelection mySelection;

@@ -263,8 +263,8 @@ void append(QList<LvGPXTrackPoint>& points, const Tuple& tuple)
 
 char* write(char* buffer, const LvGPXTrackPoint& point)
 {
-    const LvGeoPosition position = point.position();
-    const QDateTime timeStamp = point.timeStamp();
+    const LvGeoPosition& position = point.sharedPosition();
+    const QDateTime& timeStamp = point.sharedTimeStamp();
     const bool hasTime = timeStamp.isValid();
     buffer = LvNumberText::writeFixed(buffer, position.longitude().decimalDegrees());
     *buffer++ = ',';
