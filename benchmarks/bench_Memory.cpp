@@ -124,8 +124,8 @@ void measure(LvBenchmarkProgram& program, const QString& kind, const QFileInfo& 
     program.addFact(QStringLiteral("%1: kept per point").arg(kind), QStringLiteral("resident memory"),
                     QStringLiteral("≤ 150 bytes"), QStringLiteral("%1 bytes").arg(perPoint, 0, 'f', 1),
                     perPoint <= allowedPerPoint);
-    program.addFact(QStringLiteral("%1: kept per point").arg(kind), QStringLiteral("the C allocator's view"),
-                    QString(),
+    program.addFact(QStringLiteral("%1: kept per point").arg(kind),
+                    QStringLiteral("of it from the C allocator"), QString(),
                     QStringLiteral("%1 bytes")
                         .arg(static_cast<double>(usage->allocated) / static_cast<double>(points), 0, 'f', 1),
                     true);
