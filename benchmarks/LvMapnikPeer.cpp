@@ -26,8 +26,7 @@ public:
     mapnik::Map map;
 };
 
-LvMapnikPeer::LvMapnikPeer(const QList<QList<QPointF>>& lines, const QSize& size, double width,
-                           bool simplified)
+LvMapnikPeer::LvMapnikPeer(const QList<QList<QPointF>>& lines, const QSize& size, double width, Way way)
     : myPrivate(std::make_unique<Private>(size))
 {
     mapnik::parameters parameters;
@@ -51,8 +50,8 @@ LvMapnikPeer::LvMapnikPeer(const QList<QList<QPointF>>& lines, const QSize& size
     mapnik::put(symbolizer, mapnik::keys::stroke_width, width);
     mapnik::put(symbolizer, mapnik::keys::stroke_linecap, mapnik::line_cap_enum(mapnik::ROUND_CAP));
     mapnik::put(symbolizer, mapnik::keys::stroke_linejoin, mapnik::line_join_enum(mapnik::ROUND_JOIN));
-    mapnik::put(symbolizer, mapnik::keys::clip, true);
-    if (simplified) {
+    mapnik::put(symbolizer, mapnik::keys::clip, way == Way::Clipping);
+    if (way == Way::Simplifying) {
         mapnik::put(symbolizer, mapnik::keys::simplify_tolerance, 4.0);
     }
     mapnik::rule rule;

@@ -11,10 +11,15 @@
 class LvMapnikPeer
 {
 public:
+    enum class Way {
+        Default,
+        Simplifying, ///< leaves out points that do not show
+        Clipping ///< cuts the lines at the image, before they are projected
+    };
+
     /// @param lines x is the longitude, y the latitude, in degrees
     /// @param width of the lines, in pixels
-    /// @param simplified whether Mapnik may leave out points that do not show
-    LvMapnikPeer(const QList<QList<QPointF>>& lines, const QSize& size, double width, bool simplified);
+    LvMapnikPeer(const QList<QList<QPointF>>& lines, const QSize& size, double width, Way way);
     ~LvMapnikPeer();
 
     /// Draws the part of the world from the lower left to the upper right corner, both in degrees. Returns

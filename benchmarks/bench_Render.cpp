@@ -25,6 +25,7 @@
 #include <malloc.h>
 #include <memory>
 #include <numbers>
+#include <utility>
 #include <vector>
 
 #ifdef LV_HAS_CAIRO
@@ -308,7 +309,7 @@ void strokeWithCairo(benchmark::State& state, const MapRenderer& renderer)
 #endif
 
 #ifdef LV_HAS_MAPNIK
-void drawWithMapnik(benchmark::State& state, const MapRenderer& renderer, bool simplified)
+void drawWithMapnik(benchmark::State& state, const MapRenderer& renderer, LvMapnikPeer::Way way)
 {
     QList<QList<QPointF>> lines;
     for (int number = 0; number < renderer.selection().count(); ++number) {
@@ -319,7 +320,7 @@ void drawWithMapnik(benchmark::State& state, const MapRenderer& renderer, bool s
         }
         lines.append(line);
     }
-    const LvMapnikPeer peer(lines, pictureSize, lineWidth, simplified);
+    const LvMapnikPeer peer(lines, pictureSize, lineWidth, way);
     const LvGeoPositionRect box = renderer.shownBox();
     const QPointF southWest(box.west().decimalDegrees(), box.south().decimalDegrees());
     const QPointF northEast(box.east().decimalDegrees(), box.north().decimalDegrees());
@@ -362,15 +363,16 @@ void addScene(LvBenchmarkProgram& program, const QString& scene, const Renderer&
     program.addRatio(scene, ours, QStringLiteral("renderWith() on a painter of one's own"), foreign, goal);
     checkPixels(program, scene, *renderer);
 #ifdef LV_HAS_MAPNIK
-    for (const bool simplified : {true, false}) {
-        const QString mapnik = QString::fromLatin1(simplified ? "mapnik simplified/" : "mapnik/") + scene;
-        program.add(mapnik, points, [renderer, simplified](benchmark::State& state) {
-            drawWithMapnik(state, *renderer, simplified);
+    const std::pair<LvMapnikPeer::Way, QString> ways[] = {
+        {LvMapnikPeer::Way::Default, QStringLiteral("Mapnik from degrees")},
+        {LvMapnikPeer::Way::Simplifying, QStringLiteral("Mapnik from degrees, simplifying")},
+        {LvMapnikPeer::Way::Clipping, QStringLiteral("Mapnik from degrees, clipping")}};
+    for (const auto& [way, comparedWith] : ways) {
+        const QString mapnik = comparedWith + QLatin1Char('/') + scene;
+        program.add(mapnik, points, [renderer, way = way](benchmark::State& state) {
+            drawWithMapnik(state, *renderer, way);
         });
-        program.addRatio(
-            scene, ours,
-            QString::fromLatin1(simplified ? "Mapnik from degrees, simplifying" : "Mapnik from degrees"),
-            mapnik, 1.0);
+        program.addRatio(scene, ours, comparedWith, mapnik, 1.0);
     }
 #endif
 #ifdef LV_HAS_CAIRO
