@@ -78,8 +78,9 @@ bool LvMapProjection::epsilonEqual(const LvGeoPosition& a, const LvGeoPosition& 
 
 QPointF LvMapProjection::projectate(const LvGeoPosition& position) const
 {
-    return getPixelCoordinateByMapCoordinate(position.latitude().decimalDegrees(),
-                                             position.longitude().decimalDegrees());
+    // In one call without angles in between: this is done for every point of a track.
+    const QPointF degrees = position.toPointF();
+    return getPixelCoordinateByMapCoordinate(degrees.y(), degrees.x());
 }
 
 QPointF LvMapProjection::getPixelCoordinateByMapCoordinate(double latitude, double longitude) const
