@@ -235,6 +235,10 @@
         <translation>The elements are nested too deeply.</translation>
     </message>
     <message>
+        <source>Ein Text gehört zu keinem Element des Dokuments.</source>
+        <translation>A text belongs to no element of the document.</translation>
+    </message>
+    <message>
         <source>Das ist keine gewöhnliche Datei.</source>
         <translation>This is no ordinary file.</translation>
     </message>

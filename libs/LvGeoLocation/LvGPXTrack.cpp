@@ -7,14 +7,18 @@
 #include "LvGPXTrackImpl.h"
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
+#include "LvKmlTuples.h"
 #include "LvXMLBuilder.h"
+#include "LvXMLWriter.h"
 
 #include <QDomDocument>
 #include <QDomElement>
 #include <QFileInfo>
 #include <QPainterPath>
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 namespace
 {
@@ -269,8 +273,16 @@ QDomElement LvGPXTrack::buildTrackElement(QDomElement& parent)
 
 void LvGPXTrack::buildXmlBody(QDomElement& trk) const
 {
+    buildXmlBody(trk, *this,
+                 [](QDomElement& parent, const LvGPXTrackSegment& segment) { segment.toXml(parent); });
+}
+
+template <class BuildSegment>
+void LvGPXTrack::buildXmlBody(const QDomElement& trk, const LvGPXTrack& body,
+                              const BuildSegment& buildSegment)
+{
     // A list of what is still to be written instead of recursion, because enclaves may be nested deeply.
-    QList<std::pair<QDomElement, LvGPXTrack>> pending{{trk, *this}};
+    QList<std::pair<QDomElement, LvGPXTrack>> pending{{trk, body}};
     while (!pending.isEmpty()) {
         auto [element, track] = pending.takeLast();
         LvXMLBuilder::buildDomElement(element, QStringLiteral("name"), track.name());
@@ -279,23 +291,42 @@ void LvGPXTrack::buildXmlBody(QDomElement& trk) const
                                       shape.enumToStringTable()->encodeCSV(shape.value()));
         const QList<LvGPXTrackSegment> segments = track.segments();
         for (const LvGPXTrackSegment& segment : segments) {
-            segment.toXml(element);
+            buildSegment(element, segment);
         }
         const QList<LvGPXTrack> enclaves = track.enclaves();
         if (!enclaves.isEmpty()) {
             QDomElement list = LvXMLBuilder::buildDomElement(element, QStringLiteral("enclaves"));
+            const qsizetype first = pending.size();
             for (const LvGPXTrack& enclave : enclaves) {
                 pending.append({buildTrackElement(list), enclave});
             }
+            std::reverse(pending.begin() + first, pending.end()); // the first one next: in document order
         }
     }
 }
 
 void LvGPXTrack::saveAsGpxFile(const QFileInfo& file) const
 {
+    saveBelow(QStringLiteral("gpx"), file);
+}
+
+void LvGPXTrack::saveBelow(const QString& rootName, const QFileInfo& file) const
+{
     QDomDocument document;
-    QDomElement gpx = LvXMLBuilder::buildRootElement(document, QStringLiteral("gpx"));
-    QDomElement trk = buildTrackElement(gpx);
-    buildXmlBody(trk);
-    LvXMLBuilder::saveUTF8(document, file);
+    QDomElement root = LvXMLBuilder::buildRootElement(document, rootName);
+    // The points go straight into the file: as a text in the tree they would take several times the room.
+    std::vector<LvXMLLateText> lateTexts;
+    buildXmlBody(
+        buildTrackElement(root), *this, [&lateTexts](QDomElement& trk, const LvGPXTrackSegment& segment) {
+            if (!segment.isValid()) {
+                segment.toXml(trk);
+                return;
+            }
+            const QDomElement trkseg = LvXMLBuilder::buildDomElement(trk, QStringLiteral("trkseg"));
+            lateTexts.push_back({LvXMLBuilder::buildDomElement(trkseg, QStringLiteral("compressedPoints")),
+                                 [points = segment.trackPoints()](const auto& write) {
+                                     LvKmlTuples::encode(points, write);
+                                 }});
+        });
+    LvXMLBuilder::saveUTF8(document, lateTexts, file);
 }

@@ -134,6 +134,14 @@ public:
 
 private:
     friend class LvGPXTrackImpl; // takes nested enclaves apart
+    friend class LvGPXTrackFileRegistry; // saves tracks below another root element
+
+    template <class BuildSegment>
+    static void buildXmlBody(const QDomElement& trk, const LvGPXTrack& body,
+                             const BuildSegment& buildSegment);
+
+    /// Writes a document with this track whole in it.
+    void saveBelow(const QString& rootName, const QFileInfo& file) const;
 
     QSharedDataPointer<LvGPXTrackImpl> myImpl;
 };

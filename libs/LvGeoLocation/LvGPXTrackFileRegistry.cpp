@@ -1,11 +1,8 @@
 #include "LvGPXTrackFileRegistry.h"
 
 #include "LvUniqueFilenameMaker.h"
-#include "LvXMLBuilder.h"
 
 #include <QDir>
-#include <QDomDocument>
-#include <QDomElement>
 #include <QMutexLocker>
 #include <QReadLocker>
 #include <QSet>
@@ -54,8 +51,5 @@ QString LvGPXTrackFileRegistry::createAssignedFile(const LvGPXTrackFileRegistryK
 
 void LvGPXTrackFileRegistry::saveTrackInFile(const LvGPXTrackFileRegistryKey& key, const QFileInfo& file)
 {
-    QDomDocument document;
-    QDomElement root = LvXMLBuilder::buildRootElement(document, QStringLiteral("includedTrack"));
-    key.track().toXml(root, QDir(QString()));
-    LvXMLBuilder::saveUTF8(document, file);
+    key.track().saveBelow(QStringLiteral("includedTrack"), file);
 }

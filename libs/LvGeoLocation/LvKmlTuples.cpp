@@ -355,20 +355,27 @@ QString LvKmlTuples::encode(const LvGPXTrackPoint& point)
 
 QString LvKmlTuples::encode(const QList<LvGPXTrackPoint>& points)
 {
-    // The text grows by blocks of many tuples: less to do for each of them.
-    constexpr std::size_t blockSize = std::size_t(1) << 14;
+    QString text;
+    encode(points, [&text](QByteArrayView piece) { text.append(QLatin1String(piece.data(), piece.size())); });
+    return text;
+}
+
+void LvKmlTuples::encode(const QList<LvGPXTrackPoint>& points,
+                         const std::function<void(QByteArrayView piece)>& take)
+{
+    // Handed over by blocks of many tuples: less to do for each of them.
+    constexpr std::ptrdiff_t blockSize = std::ptrdiff_t(1) << 14;
     std::array<char, blockSize + longestTuple> block; // NOLINT(cppcoreguidelines-pro-type-member-init)
     char* end = block.data();
-    QString text;
     for (const LvGPXTrackPoint& point : points) {
-        end = write(end, point);
-        *end++ = '\n';
-        if (end - block.data() > std::ptrdiff_t(blockSize)) {
-            text.append(QLatin1String(block.data(), end - block.data()));
+        if (end - block.data() > blockSize) {
+            take(QByteArrayView(block.data(), end));
             end = block.data();
         }
+        if (&point != &points.constFirst()) {
+            *end++ = '\n';
+        }
+        end = write(end, point);
     }
-    text.append(QLatin1String(block.data(), end - block.data()));
-    text.chop(1);
-    return text;
+    take(QByteArrayView(block.data(), end));
 }

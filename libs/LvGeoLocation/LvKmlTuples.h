@@ -3,11 +3,12 @@
 #include "LvGPXTrackPoint.h"
 #include "lvgeolocation_export.h"
 
-#include <QByteArray>
+#include <QByteArrayView>
 #include <QList>
 #include <QString>
 #include <QStringView>
 
+#include <functional>
 #include <string_view>
 
 /**
@@ -35,6 +36,10 @@ public:
 
     /// The tuples of the points, joined by line feeds.
     [[nodiscard]] static QString encode(const QList<LvGPXTrackPoint>& points);
+
+    /// The same in ASCII characters, piece by piece.
+    static void encode(const QList<LvGPXTrackPoint>& points,
+                       const std::function<void(QByteArrayView piece)>& take);
 
     /// Whether such a character separates tuples: the white space of ASCII, as "\s" of a QRegularExpression
     /// takes it. The other white space of Unicode does not.

@@ -85,6 +85,12 @@ QDomElement LvXMLBuilder::buildRootElement(QDomDocument& document, const QString
 
 bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& file, QStringList* errorHistory)
 {
+    return saveUTF8(document, {}, file, errorHistory);
+}
+
+bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const std::vector<LvXMLLateText>& lateTexts,
+                            const QFileInfo& file, QStringList* errorHistory)
+{
     if (document.documentElement().isNull()) {
         return refuse(QCoreApplication::translate("LvXMLBuilder", "Das Dokument ist leer."), file,
                       errorHistory);
@@ -103,7 +109,11 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& file,
     if (!output.open(QIODevice::WriteOnly)) {
         return refuse(output.errorString(), file, errorHistory);
     }
-    LvXMLWriter(output).write(document);
+    if (!LvXMLWriter(output).write(document, lateTexts)) {
+        return refuse(
+            QCoreApplication::translate("LvXMLBuilder", "Ein Text gehört zu keinem Element des Dokuments."),
+            file, errorHistory);
+    }
     // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
     if (output.error() != QFileDevice::NoError || !output.flush()) {
         return refuse(output.errorString(), file, errorHistory);

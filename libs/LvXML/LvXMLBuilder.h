@@ -8,6 +8,10 @@
 #include <QString>
 #include <QStringList>
 
+#include <vector>
+
+struct LvXMLLateText;
+
 /**
  * Building XML elements and saving documents.
  *
@@ -52,6 +56,10 @@ public:
     /// pipe; the reason, a sentence for the user, is then appended to the error history when one is given.
     static bool saveUTF8(const QDomDocument& document, const QFileInfo& file,
                          QStringList* errorHistory = nullptr);
+
+    /// The same with texts that do not stand in the tree, see LvXMLWriter::write().
+    static bool saveUTF8(const QDomDocument& document, const std::vector<LvXMLLateText>& lateTexts,
+                         const QFileInfo& file, QStringList* errorHistory = nullptr);
 
     /// The text without the characters that XML 1.0 forbids, for attributes, which are set without the
     /// builder.

@@ -66,8 +66,10 @@ LvXMLWriter::LvXMLWriter(QIODevice& device)
 {
 }
 
-void LvXMLWriter::write(const QDomDocument& document)
+bool LvXMLWriter::write(const QDomDocument& document, const std::vector<LvXMLLateText>& lateTexts)
 {
+    myNextLateText = lateTexts.data();
+    myLateTextEnd = myNextLateText + lateTexts.size();
     QDomNode node = document.firstChild();
     if (isDeclaration(node)) {
         writeAscii("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
@@ -79,6 +81,7 @@ void LvXMLWriter::write(const QDomDocument& document)
         writeTree(node);
     }
     flush(0);
+    return myNextLateText == myLateTextEnd;
 }
 
 qsizetype LvXMLWriter::findSuspect(QStringView text, qsizetype from)
@@ -179,7 +182,12 @@ void LvXMLWriter::writeElement(const QDomElement& element)
         writeAttributes(element);
     }
     const QDomNode child = element.firstChild();
-    if (child.isNull()) {
+    if (child.isNull() && myNextLateText != myLateTextEnd && myNextLateText->element == element) {
+        writeLateText();
+        writeAscii("</");
+        writeCharacters(element.nodeName(), Place::Markup);
+        writeAscii(">");
+    } else if (child.isNull()) {
         writeAscii("/>");
     } else {
         writeAscii(child.isText() ? ">" : ">\n");
@@ -214,6 +222,18 @@ void LvXMLWriter::writeAttributes(const QDomElement& element)
             writeAscii("\"");
         }
     }
+}
+
+void LvXMLWriter::writeLateText()
+{
+    writeAscii(">");
+    myNextLateText->text([this](QByteArrayView piece) {
+        for (; piece.size() > unitsAtOnce; piece = piece.sliced(unitsAtOnce)) {
+            writeAscii(piece.first(unitsAtOnce));
+        }
+        writeAscii(piece);
+    });
+    ++myNextLateText;
 }
 
 void LvXMLWriter::writeEnd(const QDomElement& element, int depth)

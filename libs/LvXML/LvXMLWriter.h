@@ -10,7 +10,18 @@
 #include <QStringEncoder>
 #include <QStringView>
 
+#include <functional>
+#include <vector>
+
 class QIODevice;
+
+/// A text too long to stand in a tree: it is written when the turn of its element comes. That one has to be
+/// empty.
+struct LvXMLLateText {
+    QDomElement element;
+    /// Hands over the text piece by piece, in ASCII characters that need no escaping in XML.
+    std::function<void(const std::function<void(QByteArrayView piece)>& write)> text;
+};
 
 /**
  * Writes a document as the toolkit does with an indentation of one blank, but the same document always gives
@@ -29,8 +40,9 @@ public:
     /// Begins to write; the device has to be open. Its errors are its own.
     explicit LvXMLWriter(QIODevice& device);
 
-    /// Writes a whole document.
-    void write(const QDomDocument& document);
+    /// Writes a whole document. The late texts have to stand in the order of their elements in the document;
+    /// false when one of them did not come to its turn.
+    bool write(const QDomDocument& document, const std::vector<LvXMLLateText>& lateTexts = {});
 
     /// The index of the first character, from the given one on, that XML 1.0 may forbid or that is one half
     /// of a pair; the size of the text when there is none.
@@ -50,6 +62,7 @@ private:
     void writeBegin(const QDomNode& node, int depth);
     void writeElement(const QDomElement& element);
     void writeAttributes(const QDomElement& element);
+    void writeLateText();
     void writeEnd(const QDomElement& element, int depth);
     void writeForeign(const QDomNode& node);
     void writeIndentation(int depth);
@@ -65,6 +78,8 @@ private:
     QIODevice& myDevice;
     QStringEncoder myEncoder;
     QByteArray myBuffer;
+    const LvXMLLateText* myNextLateText = nullptr;
+    const LvXMLLateText* myLateTextEnd = nullptr;
     qsizetype mySize = 0;
     char16_t myHighSurrogate = 0; // at the end of a text that the next node may go on
 };

@@ -4,6 +4,7 @@
 #include "LvGPXTrackFileRegistryKey.h"
 #include "LvGPXTrackImpl.h"
 #include "LvTest.h"
+#include "LvXMLBuilder.h"
 #include "LvXMLLoader.h"
 
 #include <QDomDocument>
@@ -130,6 +131,7 @@ private Q_SLOTS:
     void toXmlInline();
     void losesDescriptions();
     void saveAsGpxFile();
+    void savedBytesAreThoseOfTheTree();
     void include();
     void includeGoesOneLevelDeep();
     void includeIsIgnoredWithoutDirectory();
@@ -697,6 +699,36 @@ void tst_LvGPXTrack::saveAsGpxFile()
     QCOMPARE(LvGPXTrackFile(file).tracks(), QList<LvGPXTrack>{square(1)});
     square(1).saveAsGpxFile(QFileInfo(directory.filePath(QStringLiteral("missing/saved.gpx"))));
     QVERIFY(!QFileInfo::exists(directory.filePath(QStringLiteral("missing"))));
+}
+
+void tst_LvGPXTrack::savedBytesAreThoseOfTheTree()
+{
+    // Points go past the tree when a track is saved: enclaves inside enclaves, segments with and without any.
+    LvGPXTrack inner = square(1);
+    inner.addEnclave(square(3));
+    inner.addEnclave(LvGPXTrack());
+    LvGPXTrack track(QStringLiteral("Größe <1>"), QString(),
+                     square(2).segments() + QList<LvGPXTrackSegment>{LvGPXTrackSegment()}
+                         + square(5).segments(),
+                     LvGPXTrackShapeEnum::polygon);
+    track.addEnclave(inner);
+    track.addEnclave(square(4));
+
+    const QTemporaryDir directory;
+    const QFileInfo saved(directory.filePath(QStringLiteral("saved.gpx")));
+    track.saveAsGpxFile(saved);
+    const QFileInfo built(directory.filePath(QStringLiteral("built.gpx")));
+    QDomDocument document;
+    QDomElement gpx = LvXMLBuilder::buildRootElement(document, QStringLiteral("gpx"));
+    QDomElement trk = LvGPXTrack::buildTrackElement(gpx);
+    track.buildXmlBody(trk);
+    QVERIFY(LvXMLBuilder::saveUTF8(document, built));
+    const auto bytes = [](const QFileInfo& info) {
+        QFile file(info.filePath());
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    };
+    QVERIFY(bytes(saved).contains("compressedPoints"));
+    QCOMPARE(bytes(saved), bytes(built));
 }
 
 void tst_LvGPXTrack::include()

@@ -6,7 +6,9 @@
 #include <QDomDocument>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 
 namespace
 {
@@ -136,6 +138,7 @@ class tst_LvXMLWriter : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void lateTexts();
 
     void writesLikeTheToolkit_data()
     {
@@ -309,6 +312,34 @@ private Q_SLOTS:
         }
     }
 };
+
+void tst_LvXMLWriter::lateTexts()
+{
+    // Long enough to need the buffer several times, in pieces of all sizes.
+    const QByteArray first = QByteArray("8.5,53.25\n").repeated(20000);
+    const QByteArray second = "1,2";
+    const QDomDocument plain =
+        parsed(QStringLiteral("<a><b>%1</b><c/><d><b>%2</b></d></a>").arg(QString(first), QString(second)));
+    const QDomDocument empty = parsed(QStringLiteral("<a><b/><c/><d><b/></d></a>"));
+    const QDomElement root = empty.documentElement();
+    const auto inPieces = [](const QByteArray& text, qsizetype size) {
+        return [text, size](const std::function<void(QByteArrayView)>& write) {
+            for (qsizetype index = 0; index < text.size(); index += size) {
+                write(QByteArrayView(text).sliced(index, std::min(size, text.size() - index)));
+            }
+        };
+    };
+    const LvXMLLateText one{root.firstChildElement(QStringLiteral("b")), inPieces(first, 70001)};
+    const LvXMLLateText two{root.firstChildElement(QStringLiteral("d")).firstChildElement(),
+                            inPieces(second, 1)};
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    QVERIFY(LvXMLWriter(buffer).write(empty, {one, two}));
+    QCOMPARE(buffer.data(), written(plain));
+    // Out of order, and of another document: a text would be lost.
+    QVERIFY(!LvXMLWriter(buffer).write(empty, {two, one}));
+    QVERIFY(!LvXMLWriter(buffer).write(plain, {one}));
+}
 
 LV_TEST_MAIN(tst_LvXMLWriter)
 #include "tst_LvXMLWriter.moc"
