@@ -212,8 +212,11 @@ private:
         std::uint64_t number = 0;
         const Unit* const digits = it;
         it = readDigits(it, number);
+        if (it == digits || it - digits > maximumDigits) {
+            return false;
+        }
         integer = isNegative ? -static_cast<qint64>(number) : static_cast<qint64>(number);
-        return it != digits && it - digits <= maximumDigits;
+        return true;
     }
 
     bool readElevation(const Unit*& it, int& elevation) const
