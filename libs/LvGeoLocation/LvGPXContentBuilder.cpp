@@ -27,9 +27,10 @@ std::optional<QStringView> attributeView(const QDomElement& element, const QStri
 } // namespace
 
 LvGPXContentBuilder::LvGPXContentBuilder(const QDir& dir)
-    : myDirectory(dir)
-    , myFollowsIncludes(dir != QDir(QString()))
 {
+    if (dir != QDir(QString())) {
+        myIncludeDirectory = dir;
+    }
 }
 
 void LvGPXContentBuilder::end(LvGPXContent content)
@@ -163,13 +164,13 @@ void LvGPXContentBuilder::endTrack(LvGPXContent content)
 void LvGPXContentBuilder::include(const QString& fileName)
 {
     // Not in enclaves, nor in what is included itself.
-    if (!myFollowsIncludes || myDrafts.size() != 1) {
+    if (!myIncludeDirectory || myDrafts.size() != 1) {
         return;
     }
     LvDraft& draft = myDrafts.front();
     LvGPXContentBuilder included;
     included.myDrafts.push_back(std::move(draft));
-    LvGPXDocumentReader::read(QFileInfo(myDirectory, fileName), LvGPXContent::IncludedFile, included);
+    LvGPXDocumentReader::read(QFileInfo(*myIncludeDirectory, fileName), LvGPXContent::IncludedFile, included);
     draft = std::move(included.myDrafts.front());
     settleShape(draft); // even where the file has no track
     myIncludedFileName = fileName;

@@ -61,8 +61,11 @@ enum class LvGPXContent : quint8 {
 class LvGPXContentBuilder
 {
 public:
+    /// Includes are not followed.
+    LvGPXContentBuilder() = default;
+
     /// Includes are followed when the directory is not the empty one.
-    explicit LvGPXContentBuilder(const QDir& dir = QDir(QString()));
+    explicit LvGPXContentBuilder(const QDir& dir);
 
     static bool hasText(LvGPXContent content) { return content >= LvGPXContent::Name; }
 
@@ -153,8 +156,7 @@ private:
     void endTrack(LvGPXContent content);
     void include(const QString& fileName);
 
-    QDir myDirectory;
-    bool myFollowsIncludes;
+    std::optional<QDir> myIncludeDirectory; // where included files are, if they are to be read
     bool myHasIncludedTrack = false;
     bool myHasRoutePoints = false;
     QString myIncludedFileName;
