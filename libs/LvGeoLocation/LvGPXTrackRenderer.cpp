@@ -48,23 +48,14 @@ constexpr double outlineTolerancePixels = 2.0;
 
 // Projecting this many points takes some ten microseconds; less is not worth a second thread.
 constexpr int pointsWorthThreads = 2048;
+
+// Of a long segment, so many points are one piece of work: each core gets some even of a short track.
 constexpr int pointsOfRun = 16384;
 
 // Tracks whose paths are made at once, in several threads. Fewer than the smallest number are left to the
 // threads of each track.
 constexpr qsizetype tracksPerBatch = 64;
 constexpr qsizetype tracksWorthThreads = 4;
-
-/// Calls the function with each list number, in several threads if there are enough points to pay for it.
-template <class Function>
-void forEachList(const QList<LvIntRange>& ranges, const QList<int>& numbers, const Function& function)
-{
-    if (ranges.isEmpty() || ranges.last().lastIndexEvenIfUnvalid() < pointsWorthThreads) {
-        std::for_each(numbers.begin(), numbers.end(), function);
-    } else {
-        LvConcurrent::blockingMap(numbers, function);
-    }
-}
 
 bool isDrawable(const QPointF& pixel)
 {
@@ -536,7 +527,8 @@ struct LvGPXTrackRenderer::Crossing {
 
 QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXTrack& track, int strength, int steps) const
 {
-    // The shared points themselves are read: to copy a million positions takes as long as to project them.
+    // The shared points themselves are read, and `segments` keeps them alive: to copy a million positions
+    // takes as long as to project them.
     const QList<LvGPXTrackSegment> segments = track.segments();
     std::vector<Run> runs;
     int count = 0;
@@ -796,7 +788,7 @@ bool LvGPXTrackRenderer::createDateLineCrossingOffsets(const QList<LvGeoPosition
 {
     const int count = ranges.isEmpty() ? 0 : ranges.last().lastIndexEvenIfUnvalid();
     std::vector<int> crossings(static_cast<size_t>(count));
-    forEachList(ranges, numbers, [&lists, &ranges, &crossings](int number) {
+    LvConcurrent::blockingMap(numbers, [&lists, &ranges, &crossings](int number) {
         checkDateLineCrossings(number, lists, ranges, crossings.data());
     });
     if (std::all_of(crossings.begin(), crossings.end(), [](int crossing) { return crossing == 0; })) {

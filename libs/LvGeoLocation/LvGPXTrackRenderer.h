@@ -171,7 +171,8 @@ public:
     /// The point moved back along the angle.
     [[nodiscard]] static QPointF movePolar(const QPointF& point, double length, double angle);
 
-    // From positions to pixels. The lists of a track stand end to end in one array; `ranges` holds the array
+    // From positions to pixels, for lists of positions: what createPainterPath() does with the points of a
+    // track, to the bit. The lists of a track stand end to end in one array; `ranges` holds the array
     // indices of each list, and list numbers index both. Each list is worked on alone, so all of them may be
     // at once.
 

@@ -19,6 +19,7 @@
 #include <QPaintDevice>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QRandomGenerator>
 #include <QSet>
 #include <QThread>
 #include <QThreadPool>
@@ -384,6 +385,8 @@ private Q_SLOTS:
     void dateLineCrossing();
     void dateLineCrossings();
     void dateLineOffsets();
+    void pathsAreThoseOfTheLists_data();
+    void pathsAreThoseOfTheLists();
     void projecting();
     void shifting();
 
@@ -875,6 +878,72 @@ void tst_LvGPXTrackRenderer::dateLineOffsets()
     const QList<LvGeoPositionList> west{{{0, -179}, {0, 179}}, {{0, -179}, {0, 179}}};
     QVERIFY(renderer.createDateLineCrossingOffsets(west, ranges, numbers, offsets));
     QCOMPARE(offsets, QList<QPointF>({{0, 0}, {-360, 0}, {0, 0}, {-360, 0}}));
+}
+
+void tst_LvGPXTrackRenderer::pathsAreThoseOfTheLists_data()
+{
+    QTest::addColumn<QList<int>>("sizes"); // of the segments
+    QTest::addColumn<int>("stepsToCrossing");
+    QTest::newRow("one") << QList<int>{3} << 2;
+    QTest::newRow("many tiny segments, empty ones among them")
+        << QList<int>{1, 0, 2, 1, 0, 0, 3, 1, 1, 0, 5, 1, 40, 0} << 3;
+    QTest::newRow("worth several threads") << QList<int>(3000, 3) << 500;
+    QTest::newRow("long, a crossing at every border of its pieces") << QList<int>{50000} << 16384;
+    QTest::newRow("long, never across") << QList<int>{20000, 0, 20000} << 1000000;
+    QTest::newRow("long ones and tiny ones") << QList<int>{16384, 1, 16385, 0, 2, 33000, 1} << 4096;
+}
+
+void tst_LvGPXTrackRenderer::pathsAreThoseOfTheLists()
+{
+    QFETCH(const QList<int>, sizes);
+    QFETCH(const int, stepsToCrossing);
+    QRandomGenerator random(11);
+    QList<LvGPXTrackSegment> segments;
+    int number = 0;
+    for (const int size : sizes) {
+        QList<LvGPXTrackPoint> points;
+        for (int index = 0; index < size; ++index, ++number) {
+            // Near the 180° meridian and, every third time, near the prime one, which does not count.
+            const bool isEast = number / stepsToCrossing % 2 == 0;
+            const double distance = 0.5 + random.generateDouble();
+            const double longitude = number / stepsToCrossing % 3 == 2 ? distance : 180.0 - distance;
+            points.append(
+                LvGPXTrackPoint(LvGeoPosition(random.generateDouble(), isEast ? longitude : -longitude), 0,
+                                QDateTime(), QString()));
+        }
+        segments.append(LvGPXTrackSegment(points));
+    }
+    const LvGPXTrack track(QString(), QString(), segments, LvGPXTrackShapeEnum::linestring);
+
+    // No threshold to speak of: every point is part of the path.
+    const FlatRenderer renderer({}, QSize(10, 10), 1e-12);
+    const QList<LvGeoPositionList> lists = track.chunkedPoints();
+    QList<LvIntRange> ranges;
+    QList<int> numbers;
+    int count = 0;
+    for (const LvGeoPositionList& list : lists) {
+        ranges.append(LvIntRange(count, count + static_cast<int>(list.size()) - 1));
+        numbers.append(static_cast<int>(numbers.size()));
+        count += static_cast<int>(list.size());
+    }
+    QCOMPARE(count, number);
+    QList<QPointF> expected(count);
+    QList<QPointF> offsets;
+    renderer.projectPointsPP(lists, ranges, numbers, expected.data());
+    QCOMPARE(renderer.createDateLineCrossingOffsets(lists, ranges, numbers, offsets),
+             count > stepsToCrossing);
+    if (!offsets.isEmpty()) {
+        LvGPXTrackRenderer::shiftProjected(LvIntRange(0, count - 1), offsets.constData(), expected.data());
+    }
+
+    // The path's last point is added once more, but paths leave out a line of no length.
+    const QPainterPath path = renderer.createPainterPath(track, 100, 0);
+    QCOMPARE(path.elementCount(), expected.size());
+    for (int index = 0; index < path.elementCount(); ++index) {
+        const QPainterPath::Element element = path.elementAt(index);
+        QVERIFY2(element.x == expected.at(index).x() && element.y == expected.at(index).y(),
+                 qPrintable(QString::number(index)));
+    }
 }
 
 void tst_LvGPXTrackRenderer::projecting()
