@@ -156,7 +156,7 @@ void tst_Faults::failedWritesLeaveEverything()
     QFETCH(Fault, fault);
     LvFaults::Place place(fault, olderName);
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     const auto before = place.content();
     QCOMPARE(before.value(olderName), QByteArray("older"));
@@ -164,7 +164,7 @@ void tst_Faults::failedWritesLeaveEverything()
     const Outcome outcome = writer(place.olderFile());
     place.end();
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     QVERIFY(!outcome.isTold || !outcome.reason.isEmpty());
     QCOMPARE(place.content(), before);
@@ -186,7 +186,7 @@ void tst_Faults::newFilesAppearWholeOrNotAtAll()
     QFETCH(Fault, fault);
     LvFaults::Place place(fault, olderName);
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     const auto before = place.content();
     const QString path = QDir(place.directory()).filePath(QStringLiteral("new.gpx"));
@@ -214,7 +214,7 @@ void tst_Faults::tracksBesideADocument()
     QFETCH(Fault, fault);
     LvFaults::Place place(fault, olderName);
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     const auto before = place.content();
     const QDir directory(place.directory());

@@ -158,7 +158,7 @@ void tst_ProgramFaults::failedWritesLeaveEverything()
     QFETCH(Fault, fault);
     LvFaults::Place place(fault, name);
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     auto before = place.content();
     place.begin();
@@ -166,7 +166,7 @@ void tst_ProgramFaults::failedWritesLeaveEverything()
     const QString message = writer(place.olderFile());
     place.end();
     if (!place.isValid() || !isReachable) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     QVERIFY2(isMessageAbout(message, place.olderFile()), qPrintable(message));
     auto after = place.content();
@@ -193,7 +193,7 @@ void tst_ProgramFaults::newFilesAppearWholeOrNotAtAll()
     QFETCH(Fault, fault);
     LvFaults::Place place(fault, QStringLiteral("other.txt"));
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     const auto before = place.content();
     const QString path = QDir(place.directory()).filePath(name);
@@ -202,7 +202,7 @@ void tst_ProgramFaults::newFilesAppearWholeOrNotAtAll()
     const QString message = writer(path);
     place.end();
     if (!isReachable) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     QVERIFY2(isMessageAbout(message, path), qPrintable(message));
     QCOMPARE(place.content(), before);
@@ -224,7 +224,7 @@ void tst_ProgramFaults::documentWithTrackFiles()
     const QString name = QStringLiteral("a.lvt");
     LvFaults::Place place(fault, name);
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     LvTrackDocument shown;
     shown.addTracks(tracks());
@@ -262,7 +262,7 @@ void tst_ProgramFaults::saveAfterFailure()
     }
     place.end();
     if (!place.isValid()) {
-        QSKIP("the machine does not allow to provoke this");
+        QSKIP("needs the right to mount a small disk, or to act as another user");
     }
     QCOMPARE(LvTrackDocumentFile::save(shown, place.olderFile(), TrackStorage::SeparateFiles), QString());
     QCOMPARE(place.content().keys(), (QStringList{"a.lvt", "track.gps", "track_1.gps"}));
