@@ -151,6 +151,10 @@ public:
     [[nodiscard]] bool operator>(const LvGeoPosition& other) const;
 
 private:
+    // They read the angles where they lie: this is done for each point of a track.
+    friend class LvGPXTrackRenderer;
+    friend class LvMapProjection;
+
     QSharedDataPointer<LvGeoPositionImpl> myImpl;
 };
 

@@ -1,7 +1,9 @@
 #include "LvMapProjection.h"
 
 #include "LvAngleMath.h"
+#include "LvGeoPositionImpl.h"
 #include "LvMath.h"
+#include "LvMercatorTable.h"
 
 #include <cmath>
 #include <limits>
@@ -14,6 +16,9 @@ constexpr double twoPi = 6.283185307179586;
 constexpr double halfTurnDegrees = 180.0;
 constexpr double fullTurnDegrees = 360.0;
 constexpr double poleDegrees = 90.0;
+
+// With larger errors of the estimate too many points need the formula as well.
+constexpr double largestUsefulError = 0.05;
 
 double truncated(double pixel)
 {
@@ -78,14 +83,25 @@ bool LvMapProjection::epsilonEqual(const LvGeoPosition& a, const LvGeoPosition& 
 
 QPointF LvMapProjection::projectate(const LvGeoPosition& position) const
 {
-    // In one call without angles in between: this is done for every point of a track.
-    const QPointF degrees = position.toPointF();
-    return getPixelCoordinateByMapCoordinate(degrees.y(), degrees.x());
+    return pixelOf(position.myImpl->myLatitude.decimalDegrees(),
+                   position.myImpl->myLongitude.decimalDegrees());
 }
 
 QPointF LvMapProjection::getPixelCoordinateByMapCoordinate(double latitude, double longitude) const
 {
+    return pixelOf(latitude, longitude);
+}
+
+QPointF LvMapProjection::pixelOf(double latitude, double longitude) const
+{
     const double x = myWorldSize * (longitude + halfTurnDegrees) / fullTurnDegrees - myOffsetX;
+    if (myTable != nullptr && std::abs(latitude) <= LvMercatorTable::limit) {
+        const double y = myWorldSize * myTable->normalized(latitude) - myOffsetY;
+        const double pixel = truncated(y - myEstimateError);
+        if (pixel == truncated(y + myEstimateError)) {
+            return {truncated(x), pixel};
+        }
+    }
     const double y = myWorldSize * latitudeToNormalized(latitude) - myOffsetY;
     return {truncated(x), truncated(y)};
 }
@@ -141,4 +157,11 @@ void LvMapProjection::adjustMapData(const LvGeoPositionRect& box)
     myWorldSize = static_cast<double>(qint64{myImageSize.width()} * 360) / longitudeSpan;
     myOffsetX = myWorldSize * (myWest + halfTurnDegrees) / fullTurnDegrees;
     myOffsetY = myWorldSize * normalizedNorth;
+
+    // The last two terms are more than product and difference are rounded by.
+    myEstimateError = std::abs(myWorldSize) * LvMercatorTable::largestError
+        + (std::abs(myWorldSize) + std::abs(myOffsetY)) * std::numeric_limits<double>::epsilon();
+    if (myEstimateError <= largestUsefulError) { // not so for what is not a number
+        myTable = &LvMercatorTable::instance();
+    }
 }

@@ -9,6 +9,8 @@
 #include <QPointF>
 #include <QSize>
 
+class LvMercatorTable;
+
 /**
  * Maps positions to pixels of one image and back, with the spherical Mercator projection of web map tiles.
  *
@@ -65,6 +67,7 @@ public:
 
 private:
     void adjustMapData(const LvGeoPositionRect& box);
+    [[nodiscard]] inline QPointF pixelOf(double latitude, double longitude) const;
 
     QSize myImageSize;
     double mySouth = 0.0;
@@ -74,4 +77,6 @@ private:
     double myOffsetX = 0.0;
     double myOffsetY = 0.0;
     double myWorldSize = 0.0;
+    double myEstimateError = 0.0; // in pixels
+    const LvMercatorTable* myTable = nullptr; // none where estimates tell nothing
 };

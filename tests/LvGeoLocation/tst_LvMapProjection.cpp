@@ -1,4 +1,5 @@
 #include "LvMapProjection.h"
+#include "LvPlainProjection.h"
 #include "LvTest.h"
 
 #include <QRandomGenerator>
@@ -55,6 +56,8 @@ private Q_SLOTS:
     void outOfRangePixelsAreLimited();
     void poles();
     void emptyImage();
+    void pixelsAreThoseOfTheFormula_data();
+    void pixelsAreThoseOfTheFormula();
 };
 
 void tst_LvMapProjection::normalizedLongitude_data()
@@ -397,6 +400,64 @@ void tst_LvMapProjection::emptyImage()
         const LvMapProjection projection(rectOf(40, 60, -10, 30), size);
         const QPointF pixel = projection.projectate(LvGeoPosition(53, 8));
         QVERIFY(std::isfinite(pixel.x()) && std::isfinite(pixel.y()));
+    }
+}
+
+void tst_LvMapProjection::pixelsAreThoseOfTheFormula_data()
+{
+    QTest::addColumn<double>("worldSize");
+    // From a thumbnail of the world to grains of dust; the last is beyond what estimates are made for.
+    for (const double worldSize : {50.0, 4e3, 6e5, 7e7, 3e9, 2e10, 9e10, 8e12}) {
+        QTest::addRow("a world of %g pixels", worldSize) << worldSize;
+    }
+}
+
+void tst_LvMapProjection::pixelsAreThoseOfTheFormula()
+{
+    QFETCH(double, worldSize);
+    constexpr int places = 400;
+    constexpr int pixelsPerPlace = 60;
+    const QSize size(360, 270);
+    QRandomGenerator random(20);
+    const auto between = [&random](double low, double high) {
+        return low + (high - low) * random.generateDouble();
+    };
+    for (int place = 0; place < places; ++place) {
+        const double width = size.width() * 360.0 / worldSize;
+        const double south = place % 4 == 0 ? between(-89.9, 89.8) : between(-85.1, 85.0);
+        const double north = south + std::min(between(0.1, 1.0) * width, (90.0 - south) / 2.0);
+        const double west = between(-179.0, 179.0 - std::min(width, 300.0));
+        const LvGeoPositionRect box = rectOf(south, north, west, west + std::min(width, 300.0));
+        const LvMapProjection projection(box, size);
+        const LvPlainProjection plain(box, size);
+        const auto isEqualAt = [&](double latitude) {
+            const QPointF pixel = projection.getPixelCoordinateByMapCoordinate(latitude, west);
+            const QPointF expected = plain.pixelOf(latitude, west);
+            if (pixel == expected) {
+                return true;
+            }
+            qWarning().nospace() << qSetRealNumberPrecision(17) << "latitude " << latitude << ": "
+                                 << pixel.y() << " instead of " << expected.y();
+            return false;
+        };
+        const double top =
+            LvMapProjection::latitudeToNormalized(projection.resultBoundingBox().north().decimalDegrees());
+        for (int number = 0; number < pixelsPerPlace; ++number) {
+            QVERIFY(isEqualAt(between(-90.0, 90.0)));
+            QVERIFY(isEqualAt(between(south, north)));
+            // Where one pixel ends and the next begins every bit counts.
+            const double row = std::floor(between(-2.0, 3.0) * size.height());
+            double latitude = LvMapProjection::normalizedToLatitude(top + row / plain.worldSize());
+            for (int step = 0; step < 20; ++step) {
+                QVERIFY(isEqualAt(latitude));
+                latitude = std::nextafter(latitude, number % 2 == 0 ? 90.0 : -90.0);
+            }
+        }
+        for (const double latitude : {-90.0, -85.0, -84.96875, 0.0, 0.03125, 84.96875, 85.0, 90.0, 91.0}) {
+            QVERIFY(isEqualAt(latitude));
+            QVERIFY(isEqualAt(std::nextafter(latitude, -100.0)));
+            QVERIFY(isEqualAt(std::nextafter(latitude, 100.0)));
+        }
     }
 }
 
