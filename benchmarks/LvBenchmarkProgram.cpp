@@ -216,17 +216,6 @@ void LvBenchmarkProgram::addRatioPerPoint(const QString& workload, const QString
            });
 }
 
-void LvBenchmarkProgram::addRatioOfDifference(const QString& workload, const QString& measured,
-                                              const QString& part, const QString& comparedWith,
-                                              const QString& reference, double goal)
-{
-    addRow(workload, comparedWith, goal,
-           [measured, part, reference](const LvBenchmarkResults& results, Clock clock) {
-               return (results.milliseconds(measured, clock) - results.milliseconds(part, clock))
-                   / results.milliseconds(reference, clock);
-           });
-}
-
 void LvBenchmarkProgram::addSpread(const QString& workload, const QStringList& names, double goal)
 {
     addRow(workload, QStringLiteral("each other"), goal,

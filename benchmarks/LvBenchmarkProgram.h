@@ -72,11 +72,6 @@ public:
     void addRatioPerPoint(const QString& workload, const QString& measured, const QString& comparedWith,
                           const QString& reference, double goal);
 
-    /// A row: what the first costs without the part that is measured for itself, in relation to the
-    /// reference.
-    void addRatioOfDifference(const QString& workload, const QString& measured, const QString& part,
-                              const QString& comparedWith, const QString& reference, double goal);
-
     /// A row: by how much the cost of a point differs at most, between any two of the benchmarks.
     void addSpread(const QString& workload, const QStringList& names, double goal);
 

@@ -82,6 +82,9 @@ public:
     [[nodiscard]] QString toKml() const;
 
 private:
+    friend class LvGPXTrackRenderer; // reads the position where it lies: this is done for each point of a
+                                     // track
+
     QSharedDataPointer<LvGPXTrackPointImpl> myImpl;
 };
 

@@ -6,15 +6,19 @@
 #include "LvGPXTrack.h"
 #include "LvGPXTrackConfiguration.h"
 #include "LvGPXTrackDisplayOptions.h"
+#include "LvGPXTrackPointImpl.h"
 #include "LvGPXTrackSmoothing.h"
 #include "LvGeoPosition.h"
+#include "LvGeoPositionImpl.h"
 #include "LvGeoPositionList.h"
 #include "LvOutlineTiles.h"
 #include "LvVectorRegisters.h"
 
+#include <QColorSpace>
 #include <QLineF>
 #include <QPaintDevice>
 #include <QPainter>
+#include <QStringList>
 
 #include <algorithm>
 #include <array>
@@ -74,6 +78,28 @@ bool hasAlphaByte(const QImage& image)
     return image.format() == QImage::Format_ARGB32 || image.format() == QImage::Format_ARGB32_Premultiplied;
 }
 
+/// Whether the colours of a pixel are those that QImage::Format_ARGB32 would have in the same bytes.
+bool hasPlainColorBytes(const QImage& image)
+{
+    return image.format() == QImage::Format_ARGB32 || image.format() == QImage::Format_RGB32;
+}
+
+/// An image of the same size and properties with whatever pixels: those are about to be written.
+QImage sameWithoutPixels(const QImage& image)
+{
+    QImage same(image.size(), QImage::Format_ARGB32);
+    same.setDevicePixelRatio(image.devicePixelRatio());
+    same.setDotsPerMeterX(image.dotsPerMeterX());
+    same.setDotsPerMeterY(image.dotsPerMeterY());
+    same.setOffset(image.offset());
+    same.setColorSpace(image.colorSpace());
+    const QStringList keys = image.textKeys();
+    for (const QString& key : keys) {
+        same.setText(key, image.text(key));
+    }
+    return same;
+}
+
 bool hasStroke(const LvGPXTrackConfiguration& config, TrackRenderOption option)
 {
     return option == TrackRenderOption::Foreground
@@ -95,6 +121,19 @@ bool hasArrow(const LvGPXTrackConfiguration& config)
 double barbPixels(const QPointF& start, const QPointF& tip)
 {
     return std::max(shortestBarbPixels, std::min(longestBarbPixels, QLineF(start, tip).length() / 2.0));
+}
+
+QPainterPath pathThrough(std::span<const QPointF> points)
+{
+    if (points.empty()) {
+        return {};
+    }
+    QPainterPath path(points.front());
+    path.reserve(static_cast<int>(points.size()));
+    for (const QPointF& point : points.subspan(1)) {
+        path.lineTo(point);
+    }
+    return path;
 }
 
 QPointF elementAt(const QPainterPath& path, int index)
@@ -123,9 +162,46 @@ private:
 
 } // namespace
 
+/// Draws as a point what has neither path nor lines. Most tracks are plain lines of which tiles are all that
+/// is wanted: then the path is made only when it is asked for.
 struct LvGPXTrackRenderer::Figure {
+    Figure(LvGPXTrackShapeEnum trackShape, QPainterPath trackPath)
+        : shape(trackShape)
+        , path(std::move(trackPath))
+    {
+    }
+
+    Figure(LvGPXTrackShapeEnum trackShape, std::vector<QPointF>&& points)
+        : shape(trackShape)
+        , lines(points.empty() ? nullptr : LvOutlineTiles::linesOf(std::move(points)))
+    {
+    }
+
+    Figure() = default;
+
+    [[nodiscard]] bool isPoint() const { return lines == nullptr && path.isEmpty(); }
+
+    [[nodiscard]] QRectF bounds() const { return lines != nullptr ? lines->bounds : path.controlPointRect(); }
+
+    const QPainterPath& asPath()
+    {
+        if (path.isEmpty() && lines != nullptr) {
+            path = pathThrough(lines->points);
+        }
+        return path;
+    }
+
+    const std::shared_ptr<const LvOutlineTiles::Lines>& asLines()
+    {
+        if (lines == nullptr) {
+            lines = LvOutlineTiles::linesOf(path);
+        }
+        return lines;
+    }
+
     LvGPXTrackShapeEnum shape = LvGPXTrackShapeEnum::unknown;
-    QPainterPath path; // empty for what is drawn as a point
+    QPainterPath path;
+    std::shared_ptr<const LvOutlineTiles::Lines> lines;
 };
 
 LvGPXTrackRenderer::LvGPXTrackRenderer(const LvGPXTrackSelection& selection, const QSize& targetImageSize,
@@ -186,14 +262,33 @@ QImage LvGPXTrackRenderer::renderImage(TrackRenderOption option, QPainter::Rende
     if (image.isNull()) { // more memory than there is
         return {};
     }
-    image.fill(Qt::transparent);
+    if (!drawImage(image, option, hints)) {
+        image.fill(Qt::transparent);
+    }
+    return image;
+}
+
+/// Returns false, and leaves the image as it was, if no track touches it. Else the image shows the tracks.
+bool LvGPXTrackRenderer::drawImage(QImage& image, TrackRenderOption option, QPainter::RenderHints hints) const
+{
     LvOutlineTiles tiles(image, hints);
     QPainter painter(&image);
     painter.setRenderHints(hints);
     drawTracks(&painter, option, tiles);
     tiles.flush();
-    painter.end();
-    return image;
+    return !tiles.isUntouched();
+}
+
+/// What the tracks cover; a null image where they cover nothing.
+QImage LvGPXTrackRenderer::maskOfTracks() const
+{
+    if (myTargetImageSize.isEmpty()) {
+        return {};
+    }
+    QImage mask(myTargetImageSize, QImage::Format_ARGB32_Premultiplied);
+    const bool isTouched =
+        !mask.isNull() && drawImage(mask, TrackRenderOption::Foreground, QPainter::Antialiasing);
+    return isTouched ? mask : QImage();
 }
 
 void LvGPXTrackRenderer::renderWith(QPainter& painter, TrackRenderOption option) const
@@ -215,8 +310,8 @@ void LvGPXTrackRenderer::drawTracks(QPainter* painter, TrackRenderOption option,
             figures[static_cast<size_t>(index)] = figureOf(tracks.at(first + index));
         });
         for (qsizetype index = 0; index < count; ++index) {
-            drawFigure(painter, tracks.at(first + index), figures[static_cast<size_t>(index)], option,
-                       &tiles);
+            drawFigure(painter, tracks.at(first + index), std::move(figures[static_cast<size_t>(index)]),
+                       option, &tiles);
         }
     }
 }
@@ -227,8 +322,13 @@ QImage LvGPXTrackRenderer::crop(const QImage& background) const
     if (opacity == opaque) {
         return background;
     }
-    const QImage mask = renderImage(TrackRenderOption::Foreground, QPainter::Antialiasing);
-    QImage result = background.convertToFormat(QImage::Format_ARGB32);
+    const QImage mask = maskOfTracks();
+    const QImage source =
+        hasPlainColorBytes(background) ? background : background.convertToFormat(QImage::Format_ARGB32);
+    QImage result = sameWithoutPixels(source);
+    if (result.isNull()) { // there is none, or more memory than there is
+        return result;
+    }
     const auto lowest = static_cast<quint32>(std::clamp(opacity, 0, opaque));
     // Threads write to the common pixels: asking one image for them from several threads would change its
     // counters unguarded.
@@ -237,15 +337,16 @@ QImage LvGPXTrackRenderer::crop(const QImage& background) const
     const int width = result.width();
     const std::vector<QRgb> uncovered(static_cast<size_t>(width));
     QList<LvIntRange> pieces = LvIntRange::rowsOfImage(result).splitEvenlyForCpuCores();
-    LvConcurrent::blockingMap(pieces, [=, &mask, &uncovered](const LvIntRange& rows) {
+    LvConcurrent::blockingMap(pieces, [=, &source, &mask, &uncovered](const LvIntRange& rows) {
         for (int row = rows.firstIndex(); row < rows.lastIndexEvenIfUnvalid(); ++row) {
             QRgb* line = pixels + row * pixelsPerLine;
+            const auto* colors = reinterpret_cast<const QRgb*>(source.constScanLine(row));
             const int covered = row < mask.height() ? std::min(width, mask.width()) : 0;
             if (covered > 0) {
                 const auto* covers = reinterpret_cast<const QRgb*>(mask.constScanLine(row));
-                LvCropFade::fadeRow(line, line, covers, covered, lowest);
+                LvCropFade::fadeRow(line, colors, covers, covered, lowest);
             }
-            LvCropFade::fadeRow(line + covered, line + covered, uncovered.data(), width - covered, lowest);
+            LvCropFade::fadeRow(line + covered, colors + covered, uncovered.data(), width - covered, lowest);
         }
     });
     return result;
@@ -299,8 +400,8 @@ LvIntRange LvGPXTrackRenderer::visibleShifts(QPainter* painter) const
 }
 
 template <class Draw>
-void LvGPXTrackRenderer::repeatAroundTheWorld(QPainter* painter, const QRectF& touched,
-                                              const LvOutlineTiles* tiles, const Draw& draw) const
+void LvGPXTrackRenderer::repeatAroundTheWorld(QPainter* painter, const QRectF& touched, LvOutlineTiles* tiles,
+                                              const Draw& draw) const
 {
     const QPointF world = aroundTheWorldOffset();
     const LvIntRange shifts = visibleShifts(painter);
@@ -309,6 +410,9 @@ void LvGPXTrackRenderer::repeatAroundTheWorld(QPainter* painter, const QRectF& t
         if (!isDrawable(offset)
             || (tiles != nullptr && !tiles->rect().intersects(touched.translated(offset)))) {
             continue;
+        }
+        if (tiles != nullptr) {
+            tiles->clear();
         }
         const LvPainterSaver saver(painter);
         painter->translate(offset);
@@ -319,7 +423,13 @@ void LvGPXTrackRenderer::repeatAroundTheWorld(QPainter* painter, const QRectF& t
 LvGPXTrackRenderer::Figure LvGPXTrackRenderer::figureOf(const LvGPXConfiguredTrack& track) const
 {
     const LvGPXTrackShapeEnum shape = track.effectiveShape().value();
-    return {shape, shape == LvGPXTrackShapeEnum::point ? QPainterPath() : createPainterPath(track)};
+    if (shape == LvGPXTrackShapeEnum::point) {
+        return {shape, QPainterPath()};
+    }
+    if (shape == LvGPXTrackShapeEnum::linestring && track.track().enclaves().isEmpty()) {
+        return {shape, linePoints(track.track(), track.smoothingStrength(), track.smoothingSteps())};
+    }
+    return {shape, createPainterPath(track)};
 }
 
 void LvGPXTrackRenderer::drawTrack(QPainter* painter, const LvGPXConfiguredTrack& track,
@@ -340,53 +450,55 @@ void LvGPXTrackRenderer::drawPolygon(QPainter* painter, const LvGPXConfiguredTra
     drawFigure(painter, track, {LvGPXTrackShapeEnum::polygon, createPainterPath(track)}, option, nullptr);
 }
 
-void LvGPXTrackRenderer::drawFigure(QPainter* painter, const LvGPXConfiguredTrack& track,
-                                    const Figure& figure, TrackRenderOption option,
-                                    LvOutlineTiles* tiles) const
+void LvGPXTrackRenderer::drawFigure(QPainter* painter, const LvGPXConfiguredTrack& track, Figure&& figure,
+                                    TrackRenderOption option, LvOutlineTiles* tiles) const
 {
-    if (figure.path.isEmpty()) {
+    if (figure.isPoint()) {
         drawPoint(painter, track, option, tiles);
         return;
     }
     const LvGPXTrackConfiguration config = track.configuration();
     const bool isArea = figure.shape == LvGPXTrackShapeEnum::polygon;
-    repeatAroundTheWorld(painter, touchedBy(figure.path, config, option), tiles, [&](const QPointF& offset) {
-        if (tiles != nullptr) {
-            drawOnTiles(painter, offset, figure, config, option, *tiles);
-        } else if (isArea) {
-            drawPolygon(painter, figure.path, config, option);
-        } else {
-            drawLine(painter, figure.path, config, option);
-        }
-    });
+    repeatAroundTheWorld(painter, touchedBy(figure.bounds(), config, option), tiles,
+                         [&](const QPointF& offset) {
+                             if (tiles != nullptr) {
+                                 drawOnTiles(painter, offset, figure, config, option, *tiles);
+                             } else if (isArea) {
+                                 drawPolygon(painter, figure.asPath(), config, option);
+                             } else {
+                                 drawLine(painter, figure.asPath(), config, option);
+                             }
+                         });
 }
 
 /// Draws what drawPolygon() and drawLine() draw of a path, to the pixel.
-void LvGPXTrackRenderer::drawOnTiles(QPainter* painter, const QPointF& offset, const Figure& figure,
+void LvGPXTrackRenderer::drawOnTiles(QPainter* painter, const QPointF& offset, Figure& figure,
                                      const LvGPXTrackConfiguration& config, TrackRenderOption option,
                                      LvOutlineTiles& tiles) const
 {
     const bool isArea = figure.shape == LvGPXTrackShapeEnum::polygon;
     if (isArea && hasFill(config, option)) {
         tiles.flush();
-        fillPath(painter, figure.path, config, option);
+        fillPath(painter, figure.asPath(), config, option);
     }
     if (!hasStroke(config, option)) {
         return;
     }
-    if (!tiles.add(figure.path, offset, penFromTrack(config, option))) {
+    const QPen pen = penFromTrack(config, option);
+    if (!LvOutlineTiles::isSuitable(pen) || !tiles.add(figure.asLines(), offset, pen)) {
         tiles.flush();
-        drawPath(painter, figure.path, config, option);
+        drawPath(painter, figure.asPath(), config, option);
     }
     if (isArea || !hasArrow(config)) {
         return;
     }
     const double reach = std::abs(solidPenFromTrack(config, option).widthF())
         + std::abs(scale(longestBarbPixels)) + outlineTolerancePixels;
-    const QPointF tip = elementAt(figure.path, figure.path.elementCount() - 1) + offset;
+    const QPainterPath& path = figure.asPath();
+    const QPointF tip = elementAt(path, path.elementCount() - 1) + offset;
     if (tiles.rect().adjusted(-reach, -reach, reach, reach).contains(tip)) {
         tiles.flush();
-        drawArrowHead(painter, figure.path, config, option);
+        drawArrowHead(painter, path, config, option);
     }
 }
 
@@ -486,12 +598,12 @@ void LvGPXTrackRenderer::drawArrowHead(QPainter* painter, const QPainterPath& pa
     }
 }
 
-QRectF LvGPXTrackRenderer::touchedBy(const QPainterPath& path, const LvGPXTrackConfiguration& config,
+QRectF LvGPXTrackRenderer::touchedBy(const QRectF& points, const LvGPXTrackConfiguration& config,
                                      TrackRenderOption option) const
 {
     const double reach = std::abs(solidPenFromTrack(config, option).widthF()) / 2.0 + outlineTolerancePixels
         + (hasArrow(config) ? std::abs(scale(longestBarbPixels)) : 0.0);
-    return path.controlPointRect().adjusted(-reach, -reach, reach, reach);
+    return points.adjusted(-reach, -reach, reach, reach);
 }
 
 QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXConfiguredTrack& track) const
@@ -527,6 +639,12 @@ struct LvGPXTrackRenderer::Crossing {
 
 QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXTrack& track, int strength, int steps) const
 {
+    return pathThrough(linePoints(track, strength, steps));
+}
+
+/// What createPainterPath() leads through; nothing or at least two points.
+std::vector<QPointF> LvGPXTrackRenderer::linePoints(const LvGPXTrack& track, int strength, int steps) const
+{
     // The shared points themselves are read, and `segments` keeps them alive: to copy a million positions
     // takes as long as to project them.
     const QList<LvGPXTrackSegment> segments = track.segments();
@@ -539,7 +657,7 @@ QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXTrack& track, int 
             const int size = static_cast<int>(std::min<qsizetype>(points.size() - first, pointsOfRun));
             const LvGPXTrackPoint* begin = points.constData() + first;
             runs.push_back({begin, size, count, before});
-            before = &begin[size - 1].sharedPosition();
+            before = &begin[size - 1].myImpl->position();
             count += size;
         }
     }
@@ -555,7 +673,8 @@ QPainterPath LvGPXTrackRenderer::createPainterPath(const LvGPXTrack& track, int 
         LvVectorRegisters::clearUpperHalves();
         LvGPXTrackSmoothing(points.data(), count, strength / 100.0, steps).run();
     }
-    return thinned(points);
+    thin(points);
+    return points;
 }
 
 std::vector<LvGPXTrackRenderer::Crossing> LvGPXTrackRenderer::projectRuns(const std::vector<Run>& runs,
@@ -603,10 +722,10 @@ void LvGPXTrackRenderer::projectRun(const Run& run, std::span<QPointF> points,
     const LvGeoPosition* before = run.before;
     bool isFromEast = before != nullptr && before->isInEasternHemisphere();
     for (int number = 0; number < run.count; ++number) {
-        const LvGeoPosition& position = run.first[number].sharedPosition();
+        const LvGeoPosition& position = run.first[number].myImpl->position();
         pixel[number] = project(position);
         // Nearly all steps stay within a hemisphere.
-        const bool isInEast = position.isInEasternHemisphere();
+        const bool isInEast = position.myImpl->myLongitude.isInEasternHemisphere();
         if (isInEast != isFromEast && before != nullptr) {
             const int worlds = checkDateLineCrossing(*before, position);
             if (worlds != 0) {
@@ -636,30 +755,37 @@ void LvGPXTrackRenderer::shiftByCrossings(const std::vector<Crossing>& crossings
     }
 }
 
-QPainterPath LvGPXTrackRenderer::thinned(std::span<const QPointF> points) const
+/// Keeps what the path leads through, at the front of the same memory. Like QPainterPath::lineTo() it leaves
+/// out what the toolkit takes for the same point as the one before.
+void LvGPXTrackRenderer::thin(std::vector<QPointF>& points) const
 {
     const auto start = std::find_if(points.begin(), points.end(), isDrawable);
     if (start == points.end()) {
-        return {};
+        points.clear();
+        return;
     }
     const double threshold = scale(thinningPixels);
-    QPainterPath path(*start);
+    const QPointF destination = points.back();
     QPointF last = *start;
+    auto kept = points.begin();
+    *kept = last;
     bool anyAppended = false;
+    const auto append = [&kept](const QPointF& point) {
+        if (point != *kept) {
+            *++kept = point;
+        }
+    };
     for (auto point = std::next(start); point != points.end(); ++point) {
         if ((*point - last).manhattanLength() > threshold && isDrawable(*point)) {
-            path.lineTo(*point);
             last = *point;
+            append(last);
             anyAppended = true;
         }
     }
-    if (!anyAppended) {
-        return {};
+    if (anyAppended && isDrawable(destination)) {
+        append(destination);
     }
-    if (isDrawable(points.back())) {
-        path.lineTo(points.back());
-    }
-    return path;
+    points.erase(kept == points.begin() ? kept : std::next(kept), points.end());
 }
 
 QPen LvGPXTrackRenderer::solidPenFromTrack(const LvGPXTrackConfiguration& config,

@@ -214,11 +214,12 @@ private:
     // Where tiles are given, the painter paints onto their image: outlines are left to them, and copies of
     // the world that do not touch it are left out.
     [[nodiscard]] QImage renderImage(TrackRenderOption option, QPainter::RenderHints hints) const;
+    [[nodiscard]] bool drawImage(QImage& image, TrackRenderOption option, QPainter::RenderHints hints) const;
     void drawTracks(QPainter* painter, TrackRenderOption option, LvOutlineTiles& tiles) const;
     [[nodiscard]] Figure figureOf(const LvGPXConfiguredTrack& track) const;
-    void drawFigure(QPainter* painter, const LvGPXConfiguredTrack& track, const Figure& figure,
+    void drawFigure(QPainter* painter, const LvGPXConfiguredTrack& track, Figure&& figure,
                     TrackRenderOption option, LvOutlineTiles* tiles) const;
-    void drawOnTiles(QPainter* painter, const QPointF& offset, const Figure& figure,
+    void drawOnTiles(QPainter* painter, const QPointF& offset, Figure& figure,
                      const LvGPXTrackConfiguration& config, TrackRenderOption option,
                      LvOutlineTiles& tiles) const;
     void drawPoint(QPainter* painter, const LvGPXConfiguredTrack& track, TrackRenderOption option,
@@ -226,15 +227,17 @@ private:
     void fillPath(QPainter* painter, const QPainterPath& path, const LvGPXTrackConfiguration& config,
                   TrackRenderOption option) const;
     template <class Draw>
-    void repeatAroundTheWorld(QPainter* painter, const QRectF& touched, const LvOutlineTiles* tiles,
+    void repeatAroundTheWorld(QPainter* painter, const QRectF& touched, LvOutlineTiles* tiles,
                               const Draw& draw) const;
-    [[nodiscard]] QRectF touchedBy(const QPainterPath& path, const LvGPXTrackConfiguration& config,
+    [[nodiscard]] QRectF touchedBy(const QRectF& points, const LvGPXTrackConfiguration& config,
                                    TrackRenderOption option) const;
+    [[nodiscard]] std::vector<QPointF> linePoints(const LvGPXTrack& track, int strength, int steps) const;
     [[nodiscard]] std::vector<Crossing> projectRuns(const std::vector<Run>& runs,
                                                     std::span<QPointF> points) const;
     void projectRun(const Run& run, std::span<QPointF> points, std::vector<Crossing>& crossings) const;
     void shiftByCrossings(const std::vector<Crossing>& crossings, std::span<QPointF> points) const;
-    [[nodiscard]] QPainterPath thinned(std::span<const QPointF> points) const;
+    void thin(std::vector<QPointF>& points) const;
+    [[nodiscard]] QImage maskOfTracks() const;
 
     LvGPXTrackSelection mySelection;
     QSize myTargetImageSize;

@@ -9,16 +9,7 @@ namespace
 {
 
 constexpr double halfTurnDegrees = 180.0;
-constexpr double fullTurnDegrees = 360.0;
 constexpr int machineDigits = 8;
-
-bool isShortWay(double degrees)
-{
-    if (degrees < 0.0) {
-        degrees += fullTurnDegrees;
-    }
-    return 0.0 < degrees && degrees < halfTurnDegrees;
-}
 
 } // namespace
 
@@ -58,11 +49,6 @@ bool LvLongitude::isEastOf(const LvLongitude& other) const
 bool LvLongitude::isWestOf(const LvLongitude& other) const
 {
     return isShortWay(other.decimalDegrees() - decimalDegrees());
-}
-
-bool LvLongitude::isInWesternHemisphere() const
-{
-    return isShortWay(0.0 - decimalDegrees());
 }
 
 bool LvLongitude::isInValidRange() const

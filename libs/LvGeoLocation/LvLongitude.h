@@ -66,7 +66,7 @@ public:
     [[nodiscard]] bool isInEasternHemisphere() const { return !isInWesternHemisphere(); }
 
     /// Neither 0° nor ±180° belongs to it.
-    [[nodiscard]] bool isInWesternHemisphere() const;
+    [[nodiscard]] bool isInWesternHemisphere() const { return isShortWay(0.0 - decimalDegrees()); }
 
     /// Within ±180 degrees, both ends included with the tolerance of the comparisons.
     [[nodiscard]] bool isInValidRange() const;
@@ -111,6 +111,15 @@ public:
 
     /// A divisor of exactly 0.0 gives 720.0.
     friend LvLongitude operator/(const LvLongitude& a, double divisor) { return {a.dividedBy(divisor)}; }
+
+private:
+    /// Whether turning by so many degrees is shorter than half a turn.
+    [[nodiscard]] static bool isShortWay(double degrees)
+    {
+        constexpr double halfTurn = 180.0;
+        const double way = degrees < 0.0 ? degrees + 2.0 * halfTurn : degrees;
+        return 0.0 < way && way < halfTurn;
+    }
 };
 
 Q_DECLARE_TYPEINFO(LvLongitude, Q_RELOCATABLE_TYPE);

@@ -84,24 +84,36 @@ LvOutlineTiles::Grid LvOutlineTiles::grid(int level) const
     return {width, height, (mySize.width() + width - 1) / width, (mySize.height() + height - 1) / height};
 }
 
-bool LvOutlineTiles::add(const QPainterPath& path, const QPointF& offset, const QPen& pen)
+void LvOutlineTiles::clear()
 {
-    if (pen.style() != Qt::SolidLine || pen.isCosmetic() || !(pen.widthF() > hairlinePixels)
-        || pen.capStyle() != Qt::RoundCap || pen.joinStyle() != Qt::RoundJoin
-        || std::max(mySize.width(), mySize.height()) > largestImageSide || path.isEmpty()) {
+    if (myIsUntouched) {
+        myIsUntouched = false;
+        std::fill_n(myPixels, myBytesPerLine * mySize.height(), uchar{0});
+    }
+}
+
+bool LvOutlineTiles::isUntouched() const
+{
+    return myIsUntouched;
+}
+
+bool LvOutlineTiles::isSuitable(const QPen& pen)
+{
+    return pen.style() == Qt::SolidLine && !pen.isCosmetic() && pen.widthF() > hairlinePixels
+        && pen.capStyle() == Qt::RoundCap && pen.joinStyle() == Qt::RoundJoin;
+}
+
+bool LvOutlineTiles::add(const std::shared_ptr<const Lines>& lines, const QPointF& offset, const QPen& pen)
+{
+    if (!isSuitable(pen) || !lines->areSuitable
+        || std::max(mySize.width(), mySize.height()) > largestImageSide) {
         return false;
     }
-    if (myLatestLines == nullptr || myLatestLines->path != path) {
-        myLatestLines = linesOf(path);
-    }
-    if (!myLatestLines->areSuitable) {
-        return false;
-    }
-    const Extent extent = extentOf(myLatestLines->bounds.translated(offset), pen.widthF());
+    const Extent extent = extentOf(lines->bounds.translated(offset), pen.widthF());
     if (extent == Extent::Uncertain) {
         return false;
     }
-    Outline outline{myLatestLines, offset, pen, false};
+    Outline outline{lines, offset, pen, false};
     outline.exceedsPainter = extent == Extent::Beyond;
     const double reach = pen.widthF() / 2.0 + tolerancePixels;
     const std::vector<Run> visible = visibleRuns(outline, reach);
@@ -139,7 +151,6 @@ bool LvOutlineTiles::add(const QPainterPath& path, const QPointF& offset, const 
 std::shared_ptr<const LvOutlineTiles::Lines> LvOutlineTiles::linesOf(const QPainterPath& path)
 {
     auto lines = std::make_shared<Lines>();
-    lines->path = path;
     lines->bounds = path.controlPointRect();
     const int count = path.elementCount();
     std::vector<QPointF>& points = lines->points;
@@ -157,6 +168,30 @@ std::shared_ptr<const LvOutlineTiles::Lines> LvOutlineTiles::linesOf(const QPain
         points.emplace_back(element.x, element.y);
     }
     lines->areSuitable = lines->areSuitable && appendSubpath(*lines, first);
+    return lines;
+}
+
+std::shared_ptr<const LvOutlineTiles::Lines> LvOutlineTiles::linesOf(std::vector<QPointF>&& points)
+{
+    auto lines = std::make_shared<Lines>();
+    lines->points = std::move(points);
+    QPointF before = lines->points.front();
+    double left = before.x();
+    double right = left;
+    double top = before.y();
+    double bottom = top;
+    bool areApart = true;
+    for (size_t index = 1; index < lines->points.size(); ++index) {
+        const QPointF point = lines->points[index];
+        areApart = areApart && !areNearlyEqual(before, point);
+        left = std::min(left, point.x());
+        right = std::max(right, point.x());
+        top = std::min(top, point.y());
+        bottom = std::max(bottom, point.y());
+        before = point;
+    }
+    lines->bounds = QRectF(left, top, right - left, bottom - top);
+    lines->areSuitable = areApart && appendSubpath(*lines, 0);
     return lines;
 }
 

@@ -35,7 +35,22 @@
 class LvOutlineTiles
 {
 public:
-    /// The image has four bytes per pixel and must outlive this; nobody else holds a copy of it.
+    struct Subpath {
+        int first;
+        int last;
+        bool isClosed;
+    };
+
+    /// The lines of a path, which its copies on the image share.
+    struct Lines {
+        QRectF bounds;
+        std::vector<QPointF> points;
+        std::vector<Subpath> subpaths;
+        bool areSuitable = true; // for tiles
+    };
+
+    /// The image has four bytes per pixel and must outlive this; nobody else holds a copy of it. What is in
+    /// it does not matter, see clear().
     LvOutlineTiles(QImage& image, QPainter::RenderHints hints);
 
     Q_DISABLE_COPY_MOVE(LvOutlineTiles)
@@ -44,9 +59,23 @@ public:
 
     [[nodiscard]] QRectF rect() const;
 
-    /// Queues the outline of a path whose points lie `offset` pixels beside where they are drawn. Returns
+    [[nodiscard]] static std::shared_ptr<const Lines> linesOf(const QPainterPath& path);
+
+    /// One open line through at least two points.
+    [[nodiscard]] static std::shared_ptr<const Lines> linesOf(std::vector<QPointF>&& points);
+
+    /// Makes the image transparent, once; to be called before anything is drawn on it.
+    void clear();
+
+    /// Whether clear() was never called, so that there is nothing to see.
+    [[nodiscard]] bool isUntouched() const;
+
+    /// Queues the outline of lines whose points lie `offset` pixels beside where they are drawn. Returns
     /// false, and queues nothing, if it must be drawn with a painter: then call flush() first.
-    [[nodiscard]] bool add(const QPainterPath& path, const QPointF& offset, const QPen& pen);
+    [[nodiscard]] bool add(const std::shared_ptr<const Lines>& lines, const QPointF& offset, const QPen& pen);
+
+    /// Whether add() takes outlines of such a pen.
+    [[nodiscard]] static bool isSuitable(const QPen& pen);
 
     /// Draws what is queued, in the order it was added. Nothing is drawn without it.
     void flush();
@@ -60,27 +89,12 @@ private:
         int last;
     };
 
-    struct Subpath {
-        int first;
-        int last;
-        bool isClosed;
-    };
-
     /// Tiles of one size that cover the image.
     struct Grid {
         int width;
         int height;
         int columns;
         int rows;
-    };
-
-    /// The lines of a path, which its copies on the image share.
-    struct Lines {
-        QPainterPath path;
-        QRectF bounds;
-        std::vector<QPointF> points;
-        std::vector<Subpath> subpaths;
-        bool areSuitable = true;
     };
 
     struct Outline {
@@ -100,7 +114,6 @@ private:
     enum class Extent { Within, Beyond, Uncertain };
 
     [[nodiscard]] Grid grid(int level) const;
-    [[nodiscard]] static std::shared_ptr<const Lines> linesOf(const QPainterPath& path);
     [[nodiscard]] static bool appendSubpath(Lines& lines, int first);
     [[nodiscard]] static Extent extentOf(const QRectF& bounds, double penWidth);
     static void append(std::vector<Run>& runs, const Run& segment);
@@ -116,7 +129,7 @@ private:
     qsizetype myBytesPerLine;
     QImage::Format myFormat;
     QPainter::RenderHints myHints;
-    std::shared_ptr<const Lines> myLatestLines;
+    bool myIsUntouched = true;
     std::vector<Outline> myOutlines;
     std::vector<std::vector<Drawing>> myRegions; // one list per tile of the coarsest grid
     std::vector<std::vector<Run>> myTileRuns; // of the outline that is being added

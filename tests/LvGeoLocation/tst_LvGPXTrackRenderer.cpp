@@ -14,6 +14,7 @@
 #include "LvMapProjection.h"
 #include "LvTest.h"
 
+#include <QColorSpace>
 #include <QDateTime>
 #include <QElapsedTimer>
 #include <QPaintDevice>
@@ -430,6 +431,9 @@ private Q_SLOTS:
     void cropTable_data();
     void cropTable();
     void cropEffect();
+    void cropFormats_data();
+    void cropFormats();
+    void cropKeepsWhatDescribesTheImage();
     void cropSizes_data();
     void cropSizes();
     void mergeCropping();
@@ -1643,6 +1647,75 @@ void tst_LvGPXTrackRenderer::cropEffect()
     const QImage faded = FlatRenderer(select({line}, 128), QSize(100, 100)).crop(background);
     QCOMPARE(faded.pixelColor(50, 50).alpha(), 255);
     QCOMPARE(faded.pixelColor(50, 10).alpha(), 128);
+}
+
+void tst_LvGPXTrackRenderer::cropFormats_data()
+{
+    QTest::addColumn<QImage::Format>("format");
+    QTest::addColumn<bool>("isCovered");
+    for (int format = QImage::Format_Mono; format < QImage::NImageFormats; ++format) {
+        for (const bool isCovered : {true, false}) {
+            QTest::addRow("format %d, %s", format, isCovered ? "a track" : "no track in sight")
+                << static_cast<QImage::Format>(format) << isCovered;
+        }
+    }
+}
+
+void tst_LvGPXTrackRenderer::cropFormats()
+{
+    QFETCH(QImage::Format, format);
+    QFETCH(bool, isCovered);
+    const double place = isCovered ? 0.0 : 5000.0;
+    const LvGPXConfiguredTrack line(track({{-10 - place, 10}, {-50 - place, 30}}),
+                                    configuration(lineShape, 0, 1, 10.0, 5.0));
+    const QSize size(61, 53);
+    QImage painted(size, QImage::Format_ARGB32);
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            painted.setPixel(x, y, qRgba(4 * x, 4 * y, (x * y) % 256, (3 * x + y) % 256));
+        }
+    }
+    const QImage background = painted.convertToFormat(format);
+    const FlatRenderer renderer(select({line}, 90), size);
+    const QImage mask = renderer.render(Option::Foreground);
+    const QImage result = renderer.crop(background);
+    QCOMPARE(result.format(), QImage::Format_ARGB32);
+    QImage expected = background.convertToFormat(QImage::Format_ARGB32);
+    bool isAnyCovered = false;
+    for (int y = 0; y < size.height(); ++y) {
+        for (int x = 0; x < size.width(); ++x) {
+            const int cover = qAlpha(mask.pixel(x, y));
+            isAnyCovered = isAnyCovered || cover > 0;
+            const QRgb color = expected.pixel(x, y);
+            expected.setPixel(x, y, qRgba(qRed(color), qGreen(color), qBlue(color), 90 + 165 * cover / 255));
+        }
+    }
+    QCOMPARE(isAnyCovered, isCovered);
+    QCOMPARE(result, expected);
+    QCOMPARE(background, painted.convertToFormat(format)); // not written to
+}
+
+void tst_LvGPXTrackRenderer::cropKeepsWhatDescribesTheImage()
+{
+    const LvGPXConfiguredTrack line(track({{0, 0}, {0, 50}}), configuration(lineShape));
+    for (const QImage::Format format : {QImage::Format_ARGB32, QImage::Format_RGB32, QImage::Format_RGB16}) {
+        QImage background(30, 20, format);
+        background.fill(Qt::green);
+        background.setDevicePixelRatio(2.0);
+        background.setDotsPerMeterX(3937);
+        background.setDotsPerMeterY(1968);
+        background.setOffset(QPoint(3, 4));
+        background.setText(QStringLiteral("Title"), QStringLiteral("A map"));
+        background.setColorSpace(QColorSpace::AdobeRgb);
+        const QImage result = FlatRenderer(select({line}, 60), QSize(30, 20)).crop(background);
+        QCOMPARE(result.devicePixelRatio(), 2.0);
+        QCOMPARE(result.dotsPerMeterX(), 3937);
+        QCOMPARE(result.dotsPerMeterY(), 1968);
+        QCOMPARE(result.offset(), QPoint(3, 4));
+        QCOMPARE(result.textKeys(), QStringList{QStringLiteral("Title")});
+        QCOMPARE(result.text(QStringLiteral("Title")), QStringLiteral("A map"));
+        QCOMPARE(result.colorSpace(), QColorSpace(QColorSpace::AdobeRgb));
+    }
 }
 
 void tst_LvGPXTrackRenderer::cropSizes_data()
