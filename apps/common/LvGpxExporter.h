@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QtGlobal>
 
 class LvGPXConfiguredTrackList;
 
@@ -17,8 +16,5 @@ namespace LvGpxExporter
 /// The whole file, valid against the schema of GPX 1.1; empty when there is no point to write. May be called
 /// from any thread.
 QByteArray encode(const LvGPXConfiguredTrackList& tracks);
-
-/// At most so many bytes encode() returns, and hardly fewer. Known long before.
-qint64 maximumSize(const LvGPXConfiguredTrackList& tracks);
 
 } // namespace LvGpxExporter

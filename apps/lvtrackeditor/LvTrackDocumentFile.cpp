@@ -1,5 +1,6 @@
 #include "LvTrackDocumentFile.h"
 
+#include "LvFileHandler.h"
 #include "LvGPXConfiguredTrack.h"
 #include "LvGPXConfiguredTrackList.h"
 #include "LvGPXTrackConfiguration.h"
@@ -19,7 +20,6 @@
 
 #include <cmath>
 #include <optional>
-#include <utility>
 
 namespace
 {
@@ -28,8 +28,7 @@ constexpr int formatVersion = 1;
 
 constexpr int trackDepth = 5; // of "trk" in a document
 constexpr int trackFileDepth = 2; // of "trk" in a file of its own
-// More than the style of a track has, or the document around them.
-constexpr LvTrackXmlCost styleCost = {100, 100 * trackDepth, 2048};
+constexpr int nodesPerTrack = 100; // more than its style has
 
 const QString rootTag = QStringLiteral("lvtracks");
 const QString versionAttribute = QStringLiteral("version");
@@ -98,84 +97,38 @@ LvGPXTrackSelection withoutPoints(const LvGPXTrackSelection& selection)
     return result;
 }
 
-/// Which limit of reading is exceeded.
-enum class Excess { None, Nodes, Bytes };
-
-Excess excessOf(const LvTrackXmlCost& cost, qint64 maximumBytes)
+bool isReadable(const LvTrackXmlCost& cost)
 {
-    if (cost.nodes > LvXMLLoader::maximumNodes || cost.depthSum > LvXMLLoader::maximumDepthSum) {
-        return Excess::Nodes;
-    }
-    return cost.bytes > maximumBytes ? Excess::Bytes : Excess::None;
+    return cost.nodes <= LvXMLLoader::maximumNodes && cost.depthSum <= LvXMLLoader::maximumDepthSum;
 }
 
-/// What it will cost to read the document. To be asked before it is built: then it would already take
-/// gigabytes.
-LvTrackXmlCost documentCost(const LvGPXConfiguredTrackList& tracks, bool hasFiles)
+/// Whether the document can be read again with all tracks in it. To be asked before it is built: then it
+/// would already take gigabytes.
+bool fitsOneDocument(const LvGPXConfiguredTrackList& tracks)
 {
-    LvTrackXmlCost sum = styleCost;
+    LvTrackXmlCost sum{nodesPerTrack, 0};
     for (const LvGPXConfiguredTrack& track : tracks) {
-        sum += styleCost;
-        if (!hasFiles) {
-            sum += LvTrackXml::costOf(track.track(), trackDepth);
-        }
+        const LvTrackXmlCost cost = LvTrackXml::costOf(track.track(), trackDepth);
+        sum.nodes += cost.nodes + nodesPerTrack;
+        sum.depthSum += cost.depthSum + qint64(nodesPerTrack) * trackDepth;
     }
-    return sum;
+    return isReadable(sum);
 }
 
-/// Why a document of that cost is not written; an empty text when it may be.
-QString refusal(const LvTrackXmlCost& cost, bool hasFiles, qint64 maximumBytes)
+/// Makes sure that the track has its file in the directory. Returns why not; an empty text on success.
+QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
 {
-    const Excess excess = excessOf(cost, maximumBytes);
-    if (excess == Excess::None) {
+    LvGPXTrackFileRegistry* registry = LvGPXTrackFileRegistry::instance();
+    const LvGPXTrackFileRegistryKey key(track, directory);
+    const QString known = registry->fileName(key);
+    if (!known.isEmpty() && LvGPXTrackFileRegistry::createFileInfo(key, known).exists()) {
         return {};
     }
-    if (hasFiles) {
-        return LvTrackDocumentFile::tr(
-            "Es sind so viele Spuren, dass sich das Dokument nicht wieder öffnen ließe.");
-    }
-    return excess == Excess::Nodes
-        ? LvTrackDocumentFile::tr(
-            "Die Spuren haben so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich das Dokument "
-            "nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist "
-            "mehr Platz.")
-        : LvTrackDocumentFile::tr(
-            "Die Spuren haben so viele Punkte, dass sich das Dokument nicht wieder öffnen ließe. Mit einer "
-            "eigenen Datei für jede Spur (siehe Einstellungen) ist mehr Platz.");
-}
-
-/// Why the file of a track of that cost is not written; an empty text when it may be.
-QString refusal(const LvTrackXmlCost& cost, const LvGPXTrack& track, qint64 maximumBytes)
-{
-    switch (excessOf(cost, maximumBytes)) {
-    case Excess::Nodes:
+    if (!isReadable(LvTrackXml::costOf(track, trackFileDepth))) {
         return LvTrackDocumentFile::tr(
                    "Die Spur „%1“ hat so viele Punkte mit Texten oder Sekundenbruchteilen, "
                    "dass sich ihre Datei nicht wieder öffnen ließe.")
             .arg(track.name().simplified());
-    case Excess::Bytes:
-        return LvTrackDocumentFile::tr(
-                   "Die Spur „%1“ hat so viele Punkte, dass sich ihre Datei nicht wieder öffnen ließe.")
-            .arg(track.name().simplified());
-    case Excess::None:
-        break;
-    }
-    return {};
-}
-
-bool hasTrackFile(const LvGPXTrack& track, const QDir& directory)
-{
-    const LvGPXTrackFileRegistryKey key(track, directory);
-    const QString known = LvGPXTrackFileRegistry::instance()->fileName(key);
-    return !known.isEmpty() && LvGPXTrackFileRegistry::createFileInfo(key, known).exists();
-}
-
-/// Writes the track into a file of its own in the directory unless it has one. Returns why that failed; an
-/// empty text on success.
-QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
-{
-    if (hasTrackFile(track, directory)) {
-        return {}; // perhaps since a moment ago: as another track of the same document
     }
     const QFileInfo wanted(directory, QStringLiteral("track.gps"));
     const QFileInfo file =
@@ -187,35 +140,7 @@ QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
     if (!LvXMLBuilder::saveUTF8(document, file, &errors)) {
         return errors.join(QLatin1Char(' ')).simplified();
     }
-    LvGPXTrackFileRegistry::instance()->registerFile(LvGPXTrackFileRegistryKey(track, directory),
-                                                     file.fileName());
-    return {};
-}
-
-/// Writes the tracks that have no file in the directory yet, all of them or, when one would be too large,
-/// none. Returns why that failed; an empty text on success.
-QString ensureTrackFiles(const LvGPXConfiguredTrackList& tracks, const QDir& directory, qint64 maximumBytes)
-{
-    QList<LvGPXTrack> newTracks;
-    for (const LvGPXConfiguredTrack& configured : tracks) {
-        const LvGPXTrack track = configured.track();
-        if (hasTrackFile(track, directory)) {
-            continue;
-        }
-        LvTrackXmlCost cost = styleCost; // of what stands around the track
-        cost += LvTrackXml::costOf(track, trackFileDepth);
-        QString errorText = refusal(cost, track, maximumBytes);
-        if (!errorText.isEmpty()) {
-            return errorText;
-        }
-        newTracks.append(track);
-    }
-    for (const LvGPXTrack& track : std::as_const(newTracks)) {
-        QString errorText = ensureTrackFile(track, directory);
-        if (!errorText.isEmpty()) {
-            return errorText;
-        }
-    }
+    registry->registerFile(key, file.fileName());
     return {};
 }
 
@@ -237,7 +162,7 @@ bool LvTrackDocumentFile::hasSuffix(const QString& fileName)
 }
 
 QString LvTrackDocumentFile::write(const LvTrackDocumentContent& content, const QString& fileName,
-                                   TrackStorage storage, qint64 maximumBytes)
+                                   TrackStorage storage)
 {
     const QFileInfo file(fileName);
     const QDir directory = directoryOf(file);
@@ -246,12 +171,17 @@ QString LvTrackDocumentFile::write(const LvTrackDocumentContent& content, const 
     }
     const LvGPXConfiguredTrackList tracks = content.selection.tracks();
     const bool hasFiles = storage == TrackStorage::SeparateFiles;
-    QString errorText = refusal(documentCost(tracks, hasFiles), hasFiles, maximumBytes);
-    if (hasFiles && errorText.isEmpty()) {
-        errorText = ensureTrackFiles(tracks, directory, maximumBytes);
+    if (!hasFiles && !fitsOneDocument(tracks)) {
+        return tr(
+            "Die Spuren haben so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich das Dokument "
+            "nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist "
+            "mehr Platz.");
     }
-    if (!errorText.isEmpty()) {
-        return errorText;
+    for (qsizetype row = 0; hasFiles && row < tracks.count(); ++row) {
+        QString errorText = ensureTrackFile(tracks.at(row).track(), directory);
+        if (!errorText.isEmpty()) {
+            return errorText;
+        }
     }
 
     QDomDocument document;

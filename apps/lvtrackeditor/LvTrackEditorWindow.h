@@ -9,7 +9,6 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <QStringList>
-#include <QTimer>
 
 #include <optional>
 
@@ -44,8 +43,8 @@ public:
     explicit LvTrackEditorWindow(QWidget* parent = nullptr);
     ~LvTrackEditorWindow() override;
 
-    /// Opens track files beside what is there, or a single document in the place of what is there, after
-    /// asking where changes would get lost; both off the user-interface thread.
+    /// Opens track files beside what is there, off the user-interface thread. A single document replaces what
+    /// is there, after asking where changes would get lost.
     void openFiles(const QStringList& fileNames);
 
     [[nodiscard]] LvTrackDocument* document() { return &myDocument; }
@@ -58,7 +57,7 @@ public:
 
     [[nodiscard]] LvMessagePanel* messages() const { return myMessages; }
 
-    /// Whether track files are being loaded.
+    /// Whether files are being loaded.
     [[nodiscard]] bool isLoading() const { return myLoadJob.isRunning(); }
 
 Q_SIGNALS:
@@ -86,7 +85,6 @@ private:
     void connectMap();
     void connectPanels();
     void connectLoading();
-    void connectFiles();
     void restoreLayout();
     QDockWidget* addDock(const QString& name, const QString& title, QWidget* widget, Qt::DockWidgetArea area);
     /// An action with an icon where there is a drawing of that name.
@@ -118,7 +116,6 @@ private:
     void showStatistics(const LvGPXConfiguredTrack& track);
     void showPosition(const LvGeoPosition& position);
     void showZoom();
-    void showActivity(const QString& text);
     void updateTitle();
     void updateActions();
     void updateRecentFiles();
@@ -147,15 +144,10 @@ private:
     QDockWidget* myMessageDock = nullptr;
     QLabel* myPositionLabel = nullptr;
     QLabel* myZoomLabel = nullptr;
-    QLabel* myActivityLabel = nullptr; // what is read or written
-    QProgressBar* myActivityBar = nullptr;
-    QTimer myActivityDelay;
     QProgressBar* myProgress = nullptr;
     QToolButton* myCancel = nullptr;
     QMenu* myRecentMenu = nullptr;
     QList<QAction*> myActions; // in the order of the menus
     QList<QAction*> myTrackActions; // need a current track
     QList<QAction*> myContentActions; // need any track
-    QList<QAction*> myExportActions; // the same, and that nothing is read or written
-    QList<QAction*> myFileActions; // need that nothing is read or written
 };

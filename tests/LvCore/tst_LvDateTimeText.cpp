@@ -7,11 +7,7 @@
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int generatedTexts = 100'000;
-#else
-constexpr int generatedTexts = 1'000'000;
-#endif
+constexpr int generatedTexts = LvTest::generatedCases(1'000'000);
 
 /// Equal in every respect, not only the same instant.
 bool isSame(const QDateTime& left, const QDateTime& right)

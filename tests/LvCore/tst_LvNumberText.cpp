@@ -12,18 +12,8 @@
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool isInstrumented = true;
-#elif defined(__has_feature)
-constexpr bool isInstrumented =
-    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer);
-#else
-constexpr bool isInstrumented = false;
-#endif
-
-// The whole number of texts in a plain build; code with checks in it is several times slower.
-constexpr int generatedTexts = isInstrumented ? 200'000 : 2'000'000;
-constexpr int generatedNumbers = isInstrumented ? 100'000 : 500'000;
+constexpr int generatedTexts = LvTest::generatedCases(2'000'000);
+constexpr int generatedNumbers = LvTest::generatedCases(500'000);
 
 std::uint64_t bitsOf(double number)
 {
@@ -422,7 +412,7 @@ private Q_SLOTS:
     void readsAllShortTexts()
     {
         const QString alphabet = QStringLiteral("019.-+eE inf,");
-        const int longest = isInstrumented ? 3 : 5;
+        const int longest = LvTest::isInstrumented ? 3 : 5;
         QString text;
         std::array<qsizetype, 5> indices{};
         for (int length = 1; length <= longest; ++length) {

@@ -20,11 +20,7 @@
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int generatedDocuments = 1000;
-#else
-constexpr int generatedDocuments = 6000;
-#endif
+constexpr int generatedDocuments = LvTest::generatedCases(6000);
 
 const QByteArray point = "<trkpt lat=\"53.5\" lon=\"-8.25\"><ele>12.7</ele><time>2023-11-14T22:13:20Z</time>"
                          "<desc>here</desc></trkpt>";

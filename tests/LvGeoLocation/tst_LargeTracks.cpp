@@ -22,11 +22,7 @@ namespace
 {
 
 // A track gathers its positions with room for a million, which the address sanitizer watches at a price.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int oddRounds = 50;
-#else
-constexpr int oddRounds = 1000;
-#endif
+constexpr int oddRounds = LvTest::generatedCases(1000);
 
 QDateTime utc(qint64 seconds)
 {

@@ -458,7 +458,7 @@ void tst_LvGPXTrackRendererTiling::generatedTracks()
     constexpr double worlds[] = {1e9, 1e9, 1e6, 900.0, 300.0, -150.0, 0.0};
     constexpr Option options[] = {Option::Normal, Option::Normal, Option::Foreground, static_cast<Option>(2)};
     constexpr int threadCounts[] = {1, 2, 8};
-    for (int picture = 0; picture < pictures; ++picture) {
+    for (int picture = 0; picture < LvTest::generatedCases(pictures); ++picture) {
         Dice dice(static_cast<quint32>(picture));
         const ThreadCount threads(threadCounts[picture % 3]);
         const QSize size = anySize(dice);

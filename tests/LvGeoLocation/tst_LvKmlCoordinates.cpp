@@ -16,11 +16,7 @@
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int generatedDocuments = 2'000;
-#else
-constexpr int generatedDocuments = 10'000;
-#endif
+constexpr int generatedDocuments = LvTest::generatedCases(10'000);
 
 bool isSame(const LvGPXTrackPoint& a, const LvGPXTrackPoint& b)
 {

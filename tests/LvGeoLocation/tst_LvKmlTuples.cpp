@@ -14,11 +14,7 @@
 namespace
 {
 
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr int generatedTexts = 20'000;
-#else
-constexpr int generatedTexts = 120'000; // of up to sixteen tuples each
-#endif
+constexpr int generatedTexts = LvTest::generatedCases(120'000); // of up to sixteen tuples each
 
 /// The rules taken literally, as the reference that the quick way is compared with.
 namespace Plain

@@ -8,6 +8,22 @@
 namespace LvTest
 {
 
+/// Whether a sanitizer watches this program, which then takes several times as long.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool isInstrumented = true;
+#elif defined(__has_feature)
+inline constexpr bool isInstrumented =
+    __has_feature(address_sanitizer) || __has_feature(thread_sanitizer) || __has_feature(memory_sanitizer);
+#else
+inline constexpr bool isInstrumented = false;
+#endif
+
+/// How many cases a test makes up: all of them, or an eighth where a sanitizer watches.
+constexpr int generatedCases(int all)
+{
+    return isInstrumented ? (all + 7) / 8 : all;
+}
+
 /// Gives the process a settings store and a home of its own, UTC and a fixed font. Call it before the
 /// application object exists.
 void isolateEnvironment();
