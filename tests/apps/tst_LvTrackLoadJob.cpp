@@ -270,7 +270,7 @@ void tst_LvTrackLoadJob::eventLoopGoesOn()
     QCOMPARE(loaded.first().at(0).value<LvGPXConfiguredTrackList>().count(), 700);
     qInfo("longest pause of the event loop: %lld ms", static_cast<long long>(longest));
     // The aim is 100 ms; a machine that runs many tests at once gets some more.
-    QVERIFY2(longest < 500, qPrintable(QString::number(longest)));
+    QVERIFY2(longest < 2000, qPrintable(QString::number(longest)));
 }
 
 LV_TEST_MAIN(tst_LvTrackLoadJob)

@@ -272,7 +272,7 @@ void tst_LvUrlTileSource::waitsWhenAskedForPatience()
         return LvTileServer::Answer{isBusy ? status : 200, isBusy ? QByteArray() : tile, {}, false};
     });
     TestSource test(server.address());
-    test.source.setPause(300);
+    test.source.setPause(1500);
     const LvMapView view = viewAt(0.0, QSize(100, 100));
     test.draw(view);
     QVERIFY(test.changes.wait(5000));
