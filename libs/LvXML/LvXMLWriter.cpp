@@ -14,9 +14,11 @@ namespace
 {
 
 constexpr int indentation = 1;
-constexpr qsizetype bufferSize = qsizetype(1) << 16;
+constexpr qsizetype bufferSize = qsizetype(1) << 18;
+constexpr qsizetype pageSize = qsizetype(1) << 12; // of memory; divides bufferSize
 constexpr qsizetype unitsAtOnce = qsizetype(1) << 13;
 constexpr qsizetype keptBytes = 2; // what "]]>" has before its last character
+static_assert(bufferSize % pageSize == 0);
 
 // Predicates without branches and as types of their own, so that a loop over them becomes vector code.
 constexpr auto isSuspect = [](char16_t unit) {
@@ -350,14 +352,23 @@ void LvXMLWriter::writeAscii(QByteArrayView text)
 void LvXMLWriter::makeRoom(qsizetype bytes)
 {
     if (mySize + bytes > bufferSize) {
-        flush(keptBytes);
+        // In whole pages: to begin in the middle of one costs the system more.
+        flush(keptBytes + (mySize - keptBytes) % pageSize);
     }
 }
 
 void LvXMLWriter::flush(qsizetype kept)
 {
     const qsizetype written = std::max<qsizetype>(mySize - kept, 0);
-    myDevice.write(myBuffer.constData(), written);
+    // A disk that is almost full takes what fits and says nothing: only the attempt to write the rest fails.
+    qsizetype taken = 0;
+    while (taken < written) {
+        const qint64 count = myDevice.write(myBuffer.constData() + taken, written - taken);
+        if (count <= 0) {
+            break;
+        }
+        taken += count;
+    }
     mySize -= written;
     std::memmove(myBuffer.data(), myBuffer.constData() + written, static_cast<std::size_t>(mySize));
 }

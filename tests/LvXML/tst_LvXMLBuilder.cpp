@@ -339,6 +339,8 @@ void tst_LvXMLBuilder::failureKeepsOlderFile_data()
     QTest::addColumn<int>("room");
     QTest::newRow("more than the toolkit buffers") << 100'000 << 10'000;
     QTest::newRow("less than the toolkit buffers") << 1000 << 100;
+    QTest::newRow("first block of many") << 1'000'000 << 10'000;
+    QTest::newRow("last block, nothing behind it") << 1'000'000 << 999'900;
 }
 
 void tst_LvXMLBuilder::failureKeepsOlderFile()

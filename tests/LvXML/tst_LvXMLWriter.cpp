@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
+#include <limits>
 
 namespace
 {
@@ -41,6 +42,38 @@ QDomDocument parsed(const QString& text)
     document.setContent(text);
     return document;
 }
+
+/// Takes at most so many bytes at once, as a disk does that is almost full, and remembers how much it was
+/// asked to take.
+class SlowDevice : public QIODevice
+{
+public:
+    explicit SlowDevice(qint64 atOnce = std::numeric_limits<qint64>::max())
+        : myAtOnce(atOnce)
+    {
+        open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    }
+
+    [[nodiscard]] const QByteArray& bytes() const { return myBytes; }
+
+    [[nodiscard]] const QList<qint64>& sizes() const { return mySizes; }
+
+protected:
+    qint64 readData(char* /*bytes*/, qint64 /*size*/) override { return -1; }
+
+    qint64 writeData(const char* bytes, qint64 size) override
+    {
+        mySizes.append(size);
+        const qint64 taken = std::min(size, myAtOnce);
+        myBytes.append(bytes, taken);
+        return taken;
+    }
+
+private:
+    qint64 myAtOnce;
+    QByteArray myBytes;
+    QList<qint64> mySizes;
+};
 
 class TreeGenerator
 {
@@ -139,6 +172,9 @@ class tst_LvXMLWriter : public QObject
 
 private Q_SLOTS:
     void lateTexts();
+    void sectionEndsAcrossBorders();
+    void writesWholePages();
+    void writesTheRestOfWhatWasTakenInPart();
 
     void writesLikeTheToolkit_data()
     {
@@ -190,7 +226,7 @@ private Q_SLOTS:
                 QDomDocument document;
                 QDomElement root = document.createElement(QStringLiteral("a"));
                 document.appendChild(root);
-                for (int times = 0; times < 9; ++times) {
+                for (int times = 0; times < 30; ++times) {
                     QDomElement child = document.createElement(QStringLiteral("b"));
                     child.appendChild(document.createTextNode(QString(length, u'x') + end));
                     root.appendChild(child);
@@ -339,6 +375,61 @@ void tst_LvXMLWriter::lateTexts()
     // Out of order, and of another document: a text would be lost.
     QVERIFY(!LvXMLWriter(buffer).write(empty, {two, one}));
     QVERIFY(!LvXMLWriter(buffer).write(plain, {one}));
+}
+
+void tst_LvXMLWriter::sectionEndsAcrossBorders()
+{
+    // A late text fills the buffer to the last byte, or almost; what follows comes character by character.
+    QDomDocument document = parsed(QStringLiteral("<r><a/><b/><c/></r>"));
+    QDomElement root = document.documentElement();
+    const QDomElement late = root.firstChildElement(QStringLiteral("a"));
+    QDomElement text = root.firstChildElement(QStringLiteral("b"));
+    QDomElement section = root.firstChildElement(QStringLiteral("c"));
+    for (const QChar character : QStringLiteral("x]]>y]]>")) {
+        text.appendChild(document.createTextNode(character));
+    }
+    section.appendChild(document.createCDATASection(QStringLiteral("x]]>y]]>")));
+    const QByteArray end =
+        "</a>\n <b>x]]&gt;y]]&gt;</b>\n <c><![CDATA[x]]]]><![CDATA[>y]]]]><![CDATA[>]]></c>\n"
+        "</r>\n";
+    for (qsizetype length = (qsizetype(1) << 18) - 150; length <= qsizetype(1) << 18; ++length) {
+        const QByteArray points(length, '8');
+        SlowDevice device;
+        QVERIFY(LvXMLWriter(device).write(
+            document,
+            {{late, [&points](const std::function<void(QByteArrayView)>& write) { write(points); }}}));
+        QVERIFY(device.bytes() == "<r>\n <a>" + points + end);
+    }
+}
+
+void tst_LvXMLWriter::writesWholePages()
+{
+    const QDomDocument document = parsed(QStringLiteral("<a><b>%1</b><c>%2</c></a>")
+                                             .arg(QString(1'000'000, u'x'), QString(300'000, QChar(0x20AC))));
+    SlowDevice device;
+    LvXMLWriter(device).write(document);
+    QCOMPARE(device.bytes(), writtenByToolkit(document));
+    const QList<qint64>& sizes = device.sizes();
+    QVERIFY(sizes.size() > 3);
+    for (qsizetype index = 0; index + 1 < sizes.size(); ++index) {
+        QCOMPARE(sizes[index] % 4096, 0);
+        QVERIFY(sizes[index] >= 100'000);
+    }
+}
+
+void tst_LvXMLWriter::writesTheRestOfWhatWasTakenInPart()
+{
+    const QDomDocument document = parsed(QStringLiteral("<a>%1</a>").arg(QString(1'000'000, u'x')));
+    for (const qint64 atOnce : {1000, 4096, 100'000}) {
+        SlowDevice device(atOnce);
+        LvXMLWriter(device).write(document);
+        QCOMPARE(device.bytes(), writtenByToolkit(document));
+    }
+    // One that takes nothing at all is not asked for ever.
+    SlowDevice full(0);
+    LvXMLWriter(full).write(document);
+    QVERIFY(full.bytes().isEmpty());
+    QVERIFY(full.sizes().size() < 100);
 }
 
 LV_TEST_MAIN(tst_LvXMLWriter)
