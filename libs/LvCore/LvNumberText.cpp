@@ -2,6 +2,7 @@
 
 #include <QLatin1String>
 #include <QStringDecoder>
+#include <QtEndian>
 
 #include <algorithm>
 #include <array>
@@ -165,6 +166,11 @@ QString toText(std::string_view bytes)
     return decoder(QByteArrayView(bytes.data(), static_cast<qsizetype>(bytes.size())));
 }
 
+constexpr std::uint64_t tenThousand = 10'000;
+constexpr std::uint64_t wordLimit = tenThousand * tenThousand; // of the numbers whose digits fill a word
+constexpr int wordDigits = 8;
+constexpr std::uint64_t zeros = 0x3030303030303030; // the characters of a word of digits 0
+
 /// The two digits of all numbers below 100.
 constexpr std::array<char, 200> digitPairs = [] {
     std::array<char, 200> pairs{};
@@ -175,53 +181,115 @@ constexpr std::array<char, 200> digitPairs = [] {
     return pairs;
 }();
 
+/// The eight digits of a number below wordLimit, one in each byte, the first one in the lowest byte. Halves,
+/// pairs and single digits are parted side by side in one word: far fewer steps than digit by digit, and
+/// without any branch that depends on the number.
+constexpr std::uint64_t digitsOf(std::uint64_t number)
+{
+    const std::uint64_t halves = number / tenThousand | (number % tenThousand) << 32;
+    // The factors divide by 100 and by 10: exact for all numbers below 10,000 and below 100.
+    const std::uint64_t hundreds = ((halves * 10'486) >> 20) & 0x0000007F0000007F;
+    const std::uint64_t pairs = hundreds | (halves - 100 * hundreds) << 16;
+    const std::uint64_t tens = ((pairs * 103) >> 10) & 0x000F000F000F000F;
+    return tens | (pairs - 10 * tens) << 8;
+}
+
+static_assert(digitsOf(12'345'678) == 0x0807060504030201);
+
+char* writeWord(char* buffer, std::uint64_t digits)
+{
+    qToLittleEndian(digits | zeros, buffer);
+    return buffer + wordDigits;
+}
+
+/// Two digits of a number below 100.
+char* writePair(char* buffer, std::uint64_t number)
+{
+    std::memcpy(buffer, &digitPairs[2 * number], 2);
+    return buffer + 2;
+}
+
+/// Writes a number below wordLimit without zeros before it. The buffer needs room for a whole word.
+char* writeShort(char* buffer, std::uint64_t number)
+{
+    // Whole degrees and elevations are seldom longer.
+    if (number < 10) {
+        *buffer = static_cast<char>('0' + number);
+        return buffer + 1;
+    }
+    if (number < 100) {
+        return writePair(buffer, number);
+    }
+    const std::uint64_t digits = digitsOf(number);
+    const int leadingBits = std::countr_zero(digits) & ~7;
+    writeWord(buffer, digits >> leadingBits);
+    return buffer + wordDigits - leadingBits / 8;
+}
+
+char* writeUnsigned(char* buffer, std::uint64_t number)
+{
+    if (number < wordLimit) {
+        return writeShort(buffer, number);
+    }
+    const std::uint64_t upper = number / wordLimit;
+    if (upper < wordLimit) {
+        buffer = writeShort(buffer, upper);
+    } else {
+        buffer = writeShort(buffer, upper / wordLimit);
+        buffer = writeWord(buffer, digitsOf(upper % wordLimit));
+    }
+    return writeWord(buffer, digitsOf(number % wordLimit));
+}
+
 #ifdef __SIZEOF_INT128__
 
 __extension__ using UInt128 = unsigned __int128;
 
-constexpr double largestScaledNumber = 1e9; // with the decimals that still fits into 64 bits
+constexpr double scaledLimit = 0x1p29; // far beyond all angles
 
 /// The absolute value of the number with its decimals, as an integer: rounded half away from zero, exactly.
-/// The number has to be less than largestScaledNumber.
+/// That has to be less than scaledLimit.
 std::uint64_t scaled(double number)
 {
     constexpr int fractionBits = std::numeric_limits<double>::digits - 1;
     constexpr std::uint64_t fractionMask = (std::uint64_t(1) << fractionBits) - 1;
     constexpr int exponentMask = 0x7FF;
     constexpr int exponentOfInteger = 1023 + fractionBits; // biased, of a mantissa that counts ones
-    constexpr int productBits = std::numeric_limits<double>::digits + 34; // 34 of the factor
+    // Both factors fill their words. So the upper word of the product holds all bits of the result and the
+    // one behind them, which alone decides about rounding half away from zero.
+    constexpr int mantissaShift = 63 - fractionBits;
+    constexpr int powerShift = std::countl_zero(decimalsPower);
 
     const auto bits = std::bit_cast<std::uint64_t>(number);
     const int exponent = static_cast<int>(bits >> fractionBits) & exponentMask;
-    const int shift = exponentOfInteger - exponent; // positive, as the number is small
-    if (shift > productBits || exponent == 0) {
-        return 0;
+    const int shift = exponentOfInteger + mantissaShift + powerShift - 64 - exponent; // of the upper word
+    if (shift > 64) {
+        return 0; // less than half of the last decimal, also all that have no leading bit
     }
-    const UInt128 product = UInt128((bits & fractionMask) | (fractionMask + 1)) * decimalsPower;
-    return static_cast<std::uint64_t>((product + (UInt128(1) << (shift - 1))) >> shift);
+    const std::uint64_t mantissa = (bits & fractionMask) | (fractionMask + 1);
+    const UInt128 product = UInt128(mantissa << mantissaShift) * (decimalsPower << powerShift);
+    return ((static_cast<std::uint64_t>(product >> 64) >> (shift - 1)) + 1) >> 1; // a shift of 1 at least
 }
 
 char* writeScaled(char* buffer, std::uint64_t number)
 {
-    buffer = std::to_chars(buffer, buffer + digitsOfUInt64, number / decimalsPower).ptr;
+    buffer = writeUnsigned(buffer, number / decimalsPower);
     *buffer++ = '.';
-    std::uint64_t fraction = number % decimalsPower;
-    int pairs = decimals / 2;
-    while (pairs > 0 && fraction % 100 == 0) {
-        fraction /= 100;
-        --pairs;
+    const std::uint64_t fraction = number % decimalsPower;
+    const std::uint64_t firstTwo = fraction / wordLimit;
+    const std::uint64_t digits = digitsOf(fraction % wordLimit);
+    writeWord(writePair(buffer, firstTwo), digits);
+    // Without the zeros at the end: the last digit is in the highest byte.
+    if (digits != 0) {
+        return buffer + decimals - std::countl_zero(digits) / 8;
     }
-    char* const end = buffer + std::ptrdiff_t(2) * pairs;
-    for (char* pair = end; pair != buffer; fraction /= 100) {
-        pair -= 2;
-        std::memcpy(pair, &digitPairs[2 * (fraction % 100)], 2);
-    }
-    return end != buffer && end[-1] == '0' ? end - 1 : end;
+    return buffer + (firstTwo == 0 ? 0 : firstTwo % 10 == 0 ? 1 : 2);
 }
 
 #endif
 
-char* writeByToolkit(char* buffer, double number)
+// Apart, or the registers that it needs would be saved for every number.
+Q_NEVER_INLINE char* writeByToolkit(char* buffer, double number)
 {
     const QByteArray text = QString::number(number, 'f', decimals).toLatin1();
     qsizetype length = text.size();
@@ -287,7 +355,7 @@ qint64 LvNumberText::toLongLong(std::string_view text)
 char* LvNumberText::writeFixed(char* buffer, double number)
 {
 #ifdef __SIZEOF_INT128__
-    if (number > -largestScaledNumber && number < largestScaledNumber) {
+    if (number > -scaledLimit && number < scaledLimit) {
         if (number < 0.0) {
             *buffer++ = '-';
         }
@@ -299,7 +367,12 @@ char* LvNumberText::writeFixed(char* buffer, double number)
 
 char* LvNumberText::writeInteger(char* buffer, qint64 number)
 {
-    return std::to_chars(buffer, buffer + maximumLength, number).ptr;
+    auto absolute = static_cast<std::uint64_t>(number);
+    if (number < 0) {
+        *buffer++ = '-';
+        absolute = -absolute;
+    }
+    return writeUnsigned(buffer, absolute);
 }
 
 void LvNumberText::appendFixed(QByteArray& text, double number)

@@ -39,7 +39,8 @@ public:
 
     /// Writes the number with up to ten decimals: those of QString::number(number, 'f', 10), rounded half
     /// away from zero, without zeros at the end. The point stays: 8.0 is "8.". The buffer needs room for
-    /// maximumLength characters; returns the end of the text in it, which gets no null character.
+    /// maximumLength characters, whatever the number; returns the end of the text in it, which gets no null
+    /// character. What lies behind the end may have changed.
     static char* writeFixed(char* buffer, double number);
 
     /// The same for an integer, as QString::number() writes it.

@@ -4,6 +4,7 @@
 #include "LvNumberText.h"
 
 #include <QDateTime>
+#include <QPointF>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -266,15 +267,17 @@ void append(QList<LvGPXTrackPoint>& points, const Tuple& tuple)
 
 char* write(char* buffer, const LvGPXTrackPoint& point)
 {
-    const LvGeoPosition& position = point.sharedPosition();
+    // In one call without angles in between: this is done for every point of a track.
+    const QPointF degrees = point.sharedPosition().toPointF();
     const QDateTime& timeStamp = point.sharedTimeStamp();
     const bool hasTime = timeStamp.isValid();
-    buffer = LvNumberText::writeFixed(buffer, position.longitude().decimalDegrees());
+    const int elevation = point.elevation();
+    buffer = LvNumberText::writeFixed(buffer, degrees.x());
     *buffer++ = ',';
-    buffer = LvNumberText::writeFixed(buffer, position.latitude().decimalDegrees());
-    if (point.elevation() != 0 || hasTime) {
+    buffer = LvNumberText::writeFixed(buffer, degrees.y());
+    if (elevation != 0 || hasTime) {
         *buffer++ = ',';
-        buffer = LvNumberText::writeInteger(buffer, point.elevation());
+        buffer = LvNumberText::writeInteger(buffer, elevation);
     }
     if (hasTime) {
         *buffer++ = ',';
