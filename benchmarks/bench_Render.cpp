@@ -370,7 +370,7 @@ void addScene(LvBenchmarkProgram& program, const QString& scene, const Renderer&
         drawImage(state, *renderer, drawnWithForeignPainter);
     });
     program.addRatio(scene, ours, QStringLiteral("the plain way, point by point"), plain, goal);
-    program.addRatio(scene, ours, QStringLiteral("renderWith() on a painter of one's own"), foreign, goal);
+    program.addRatio(scene, ours, QStringLiteral("renderWith() on a painter of one's own"), foreign);
     checkPixels(program, scene, *renderer);
 #ifdef LV_HAS_MAPNIK
     const std::pair<LvMapnikPeer::Way, QString> ways[] = {

@@ -770,6 +770,8 @@ void LvGPXTrackRenderer::thin(std::vector<QPointF>& points) const
     auto kept = points.begin();
     *kept = last;
     bool anyAppended = false;
+    // The comparison has a relative tolerance of 1e-12, and no coordinate is larger than its inverse.
+    const bool areKeptApart = threshold >= thinningPixels;
     const auto append = [&kept](const QPointF& point) {
         if (point != *kept) {
             *++kept = point;
@@ -778,7 +780,11 @@ void LvGPXTrackRenderer::thin(std::vector<QPointF>& points) const
     for (auto point = std::next(start); point != points.end(); ++point) {
         if ((*point - last).manhattanLength() > threshold && isDrawable(*point)) {
             last = *point;
-            append(last);
+            if (areKeptApart) {
+                *++kept = last;
+            } else {
+                append(last);
+            }
             anyAppended = true;
         }
     }

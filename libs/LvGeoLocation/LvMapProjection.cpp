@@ -20,6 +20,9 @@ constexpr double poleDegrees = 90.0;
 // With larger errors of the estimate too many points need the formula as well.
 constexpr double largestUsefulError = 0.05;
 
+// Well within the range of an int, so that a plain conversion truncates.
+constexpr double largestQuickPixel = 2e9;
+
 double truncated(double pixel)
 {
     return LvAngleMath::truncatedToInt(pixel);
@@ -97,9 +100,11 @@ QPointF LvMapProjection::pixelOf(double latitude, double longitude) const
     const double x = myWorldSize * (longitude + halfTurnDegrees) / fullTurnDegrees - myOffsetX;
     if (myTable != nullptr && std::abs(latitude) <= LvMercatorTable::limit) {
         const double y = myWorldSize * myTable->normalized(latitude) - myOffsetY;
-        const double pixel = truncated(y - myEstimateError);
-        if (pixel == truncated(y + myEstimateError)) {
-            return {truncated(x), pixel};
+        if (std::abs(x) < largestQuickPixel && std::abs(y) < largestQuickPixel) {
+            const int pixel = static_cast<int>(y - myEstimateError);
+            if (pixel == static_cast<int>(y + myEstimateError)) {
+                return {static_cast<double>(static_cast<int>(x)), static_cast<double>(pixel)};
+            }
         }
     }
     const double y = myWorldSize * latitudeToNormalized(latitude) - myOffsetY;

@@ -34,8 +34,8 @@ public:
     /// error.
     [[nodiscard]] double normalized(double latitude) const
     {
-        const auto index = static_cast<std::size_t>((latitude + limit) * nodesPerDegree + 0.5);
-        const Node& node = myNodes[index];
+        const int index = static_cast<int>((latitude + limit) * nodesPerDegree + 0.5);
+        const Node& node = myNodes[static_cast<std::size_t>(index)];
         const double distance = latitude - node.latitude;
         return (((node.factors[4] * distance + node.factors[3]) * distance + node.factors[2]) * distance
                 + node.factors[1])
