@@ -137,7 +137,7 @@ qsizetype countInside(const LvGeoJsonPath& ring, const LvGeoJsonPath& vertices)
 void removeRepetitions(LvGeoJsonPath& ring)
 {
     const auto isSamePlace = [](const LvGeoJsonVertex& a, const LvGeoJsonVertex& b) { return a.isAt(b); };
-    ring.erase(std::unique(ring.begin(), ring.end(), isSamePlace), ring.end());
+    ring.resize(std::unique(ring.begin(), ring.end(), isSamePlace) - ring.begin());
     while (ring.size() > 1 && ring.first().isAt(ring.last())) {
         ring.removeLast();
     }

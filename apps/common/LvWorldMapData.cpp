@@ -121,7 +121,8 @@ LvWorldMapData::Line normalized(const Arc& points)
 /// The arc lists of all rings of a geometry, of whatever kind it is.
 void collectRings(const QJsonObject& geometry, QList<QJsonArray>& rings)
 {
-    for (const QJsonValue& member : geometry.value(QLatin1String("geometries")).toArray()) {
+    const QJsonArray members = geometry.value(QLatin1String("geometries")).toArray();
+    for (const QJsonValue& member : members) {
         collectRings(member.toObject(), rings);
     }
     const QJsonArray arcs = geometry.value(QLatin1String("arcs")).toArray();

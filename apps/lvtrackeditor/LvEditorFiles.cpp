@@ -161,7 +161,7 @@ QString LvEditorFiles::askSaveName(const QString& title, const QString& filter, 
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) {
         return {};
     }
-    const QString fileName = dialog.selectedFiles().first();
+    const QString fileName = dialog.selectedFiles().constFirst();
     settings->setLastDirectory(QFileInfo(fileName).absolutePath());
     return fileName;
 }

@@ -217,7 +217,7 @@ void LvExportPictureDialog::connectFields()
         const QFileInfo file(QDir::fromNativeSeparators(myFileName->text().trimmed()));
         if (LvMapPicture::supportedSuffixes().contains(file.suffix().toLower())) {
             const QString stem = file.filePath().chopped(file.suffix().size());
-            myFileName->setText(QDir::toNativeSeparators(stem + suffixesOf(*myFormat).first()));
+            myFileName->setText(QDir::toNativeSeparators(stem + suffixesOf(*myFormat).constFirst()));
         }
     });
     connect(myWidth, &QSpinBox::valueChanged, this, [this] { keepRatio(myWidth); });

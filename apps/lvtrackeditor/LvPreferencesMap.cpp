@@ -18,8 +18,8 @@ namespace
 
 constexpr int mapPreferencesType = 0; // that of the library's page about maps: both share a tab
 
-const QString builtInName = QStringLiteral("builtin");
-const QString noneName = QStringLiteral("none");
+constexpr QLatin1String builtInName("builtin");
+constexpr QLatin1String noneName("none");
 
 } // namespace
 

@@ -8,7 +8,7 @@
 namespace
 {
 
-const QString recentFilesKey = QStringLiteral("recentFiles");
+constexpr QLatin1String recentFilesKey("recentFiles");
 
 QStringList storedNames()
 {

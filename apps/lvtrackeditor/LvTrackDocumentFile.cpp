@@ -30,14 +30,14 @@ constexpr int trackDepth = 5; // of "trk" in a document
 constexpr int trackFileDepth = 2; // of "trk" in a file of its own
 constexpr int nodesPerTrack = 100; // more than its style has
 
-const QString rootTag = QStringLiteral("lvtracks");
-const QString versionAttribute = QStringLiteral("version");
-const QString selectionTag = QStringLiteral("selection");
-const QString listTag = QStringLiteral("gpxtrack");
-const QString trackTag = QStringLiteral("configuredTrack");
-const QString oldTrackTag = QStringLiteral("locationTrack");
-const QString includeTag = QStringLiteral("include");
-const QString visibleAttribute = QStringLiteral("visible");
+constexpr QLatin1String rootTag("lvtracks");
+constexpr QLatin1String versionAttribute("version");
+constexpr QLatin1String selectionTag("selection");
+constexpr QLatin1String listTag("gpxtrack");
+constexpr QLatin1String trackTag("configuredTrack");
+constexpr QLatin1String oldTrackTag("locationTrack");
+constexpr QLatin1String includeTag("include");
+constexpr QLatin1String visibleAttribute("visible");
 
 /// The directory that names of track files are relative to.
 QDir directoryOf(const QFileInfo& document)

@@ -8,7 +8,7 @@
 namespace
 {
 
-const QString myTag = QStringLiteral("penStyle");
+constexpr QLatin1String tagName("penStyle");
 
 } // namespace
 
@@ -20,7 +20,7 @@ LvPenStyle::LvPenStyle(int value)
 LvPenStyle LvPenStyle::fromXml(const QDomElement& parent)
 {
     bool isNumber = false;
-    const int value = parent.firstChildElement(myTag).text().trimmed().toInt(&isNumber);
+    const int value = parent.firstChildElement(tagName).text().trimmed().toInt(&isNumber);
     return isNumber ? LvPenStyle(value) : LvPenStyle();
 }
 
@@ -32,7 +32,7 @@ void LvPenStyle::modifyPen(QPen& pen) const
 void LvPenStyle::toXml(QDomElement& parent) const
 {
     QDomDocument document = parent.ownerDocument();
-    QDomElement element = document.createElement(myTag);
+    QDomElement element = document.createElement(tagName);
     element.appendChild(document.createTextNode(QString::number(myValue)));
     parent.appendChild(element);
 }

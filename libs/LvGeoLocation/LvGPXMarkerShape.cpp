@@ -14,7 +14,7 @@
 namespace
 {
 
-const QString tagName = QStringLiteral("markerShape");
+constexpr QLatin1String tagName("markerShape");
 
 constexpr double penAllowance = 0.4; // share of the pen width by which thinly outlined markers grow
 constexpr int largestCosmeticPenWidth = 9; // up to here the thin outline is one pixel wide

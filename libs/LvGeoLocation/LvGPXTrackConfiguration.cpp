@@ -28,12 +28,12 @@ constexpr double kmlWidthFactor = 6.0;
 constexpr double smallestKmlLineWidth = 0.1; // after the factor
 constexpr double usualKmlLineWidth = 7.7;
 
-const QString pensizeTag = QStringLiteral("pensize");
-const QString colorTag = QStringLiteral("color");
-const QString fillcolorTag = QStringLiteral("fillcolor");
-const QString halosizeTag = QStringLiteral("halosize");
-const QString smoothingAttribute = QStringLiteral("smoothing");
-const QString smoothingStepsAttribute = QStringLiteral("smoothingSteps");
+constexpr QLatin1String pensizeTag("pensize");
+constexpr QLatin1String colorTag("color");
+constexpr QLatin1String fillcolorTag("fillcolor");
+constexpr QLatin1String halosizeTag("halosize");
+constexpr QLatin1String smoothingAttribute("smoothing");
+constexpr QLatin1String smoothingStepsAttribute("smoothingSteps");
 
 template <class T>
 bool assign(T& target, const T& value)

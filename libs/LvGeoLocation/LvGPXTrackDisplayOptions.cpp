@@ -7,7 +7,7 @@
 namespace
 {
 
-const QString tagName = QStringLiteral("displayOptions");
+constexpr QLatin1String tagName("displayOptions");
 
 } // namespace
 

@@ -8,7 +8,7 @@
 namespace
 {
 
-const QString tagName = QStringLiteral("trackShape");
+constexpr QLatin1String tagName("trackShape");
 
 // A flag of points and hops that has no name and is only carried along.
 constexpr auto namelessOption = static_cast<LvGPXTrackDisplayOptionsEnum>(4);

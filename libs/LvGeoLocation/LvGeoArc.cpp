@@ -136,9 +136,8 @@ QString LvGeoArc::toString() const
 QString LvGeoArc::humanReadable(const QString& format, int precision) const
 {
     if (format == QLatin1String("d")) {
-        return QStringLiteral("%1° %2")
-            .arg(QString::number(std::abs(myDegrees), 'f', precision))
-            .arg(directionIndicator());
+        return QStringLiteral("%1° %2").arg(QString::number(std::abs(myDegrees), 'f', precision),
+                                            directionIndicator());
     }
     if (format == QLatin1String("dm")) {
         return QStringLiteral("%1° %2' %3")

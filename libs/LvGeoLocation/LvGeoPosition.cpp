@@ -25,8 +25,8 @@ constexpr double equatorDegreeKm = 111.1774733520461;
 constexpr double shortPi = 3.14159265359;
 constexpr int debugDigits = 8;
 
-const QString latitudeKey = QStringLiteral("latitude");
-const QString longitudeKey = QStringLiteral("longitude");
+constexpr QLatin1String latitudeKey("latitude");
+constexpr QLatin1String longitudeKey("longitude");
 
 // Default positions are made in large numbers, for lists above all, and share one payload. It is never
 // destroyed, so that positions in static objects outlive nothing they need.
