@@ -54,7 +54,7 @@ QList<QDomElement> trackElements(const QDomElement& selection)
 {
     const QDomElement list = selection.firstChildElement(listTag);
     QList<QDomElement> elements;
-    for (const QString& tag : {oldTrackTag, trackTag}) {
+    for (const QLatin1String tag : {oldTrackTag, trackTag}) {
         for (QDomElement element = list.firstChildElement(tag); !element.isNull();
              element = element.nextSiblingElement(tag)) {
             elements.append(element);

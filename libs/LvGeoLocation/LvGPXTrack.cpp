@@ -208,7 +208,7 @@ void LvGPXTrack::addEnclave(const LvGPXTrack& enclave)
 {
     // The copy makes the change detach when the enclave is this very track; otherwise its payload would come
     // to contain itself.
-    const LvGPXTrack copy(enclave);
+    const LvGPXTrack copy(enclave); // NOLINT(performance-unnecessary-copy-initialization) see above
     myImpl->addEnclave(copy);
 }
 

@@ -5,9 +5,9 @@
 #include "LvPositionBounds.h"
 
 LvGPXTrackElement::LvGPXTrackElement() = default;
-LvGPXTrackElement::LvGPXTrackElement(const LvGPXTrackElement& other) = default;
+LvGPXTrackElement::LvGPXTrackElement(const LvGPXTrackElement& /*other*/) = default;
 LvGPXTrackElement::LvGPXTrackElement(LvGPXTrackElement&& other) noexcept = default;
-LvGPXTrackElement& LvGPXTrackElement::operator=(const LvGPXTrackElement& other) = default;
+LvGPXTrackElement& LvGPXTrackElement::operator=(const LvGPXTrackElement& /*other*/) = default;
 LvGPXTrackElement& LvGPXTrackElement::operator=(LvGPXTrackElement&& other) noexcept = default;
 LvGPXTrackElement::~LvGPXTrackElement() = default;
 

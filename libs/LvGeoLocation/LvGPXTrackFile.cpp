@@ -53,6 +53,7 @@ QList<LvGPXTrack> LvGPXTrackFile::tracks() const
     return myTracks;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param) the element is a handle itself
 QList<LvGPXTrack> LvGPXTrackFile::readTracks(QDomElement root, const QString& tagName, int& counter,
                                              const QFileInfo& file)
 {

@@ -35,7 +35,7 @@ QString LvGPXTrackFileRegistry::createAssignedFile(const LvGPXTrackFileRegistryK
 {
     {
         const QMutexLocker locker(&myMutex);
-        const QString known = fileName(key);
+        QString known = fileName(key); // not constant: it is moved out
         if (!known.isEmpty()) {
             return known;
         }

@@ -2,6 +2,7 @@
 
 #include <QHashFunctions>
 
+// NOLINTNEXTLINE(modernize-pass-by-value) copies are as cheap
 LvGPXTrackFileRegistryKey::LvGPXTrackFileRegistryKey(const LvGPXTrack& track, const QDir& dir)
     : myTrack(track)
     , myDir(dir)

@@ -19,6 +19,7 @@ LvGPXTrackImpl::LvGPXTrackImpl()
 {
 }
 
+// NOLINTBEGIN(modernize-pass-by-value) copies of texts and lists are as cheap
 LvGPXTrackImpl::LvGPXTrackImpl(const QString& name, const QString& description,
                                const QList<LvGPXTrackSegment>& segments, const LvGPXTrackShape& shape)
     : myName(name)
@@ -27,6 +28,8 @@ LvGPXTrackImpl::LvGPXTrackImpl(const QString& name, const QString& description,
     , mySegments(segments)
 {
 }
+
+// NOLINTEND(modernize-pass-by-value)
 
 LvGPXTrackImpl::LvGPXTrackImpl(const LvGPXTrackImpl& other) = default;
 

@@ -68,6 +68,8 @@ LvXMLWriter::LvXMLWriter(QIODevice& device)
 {
 }
 
+LvXMLWriter::~LvXMLWriter() = default;
+
 bool LvXMLWriter::write(const QDomDocument& document, const std::vector<LvXMLLateText>& lateTexts)
 {
     myNextLateText = lateTexts.data();

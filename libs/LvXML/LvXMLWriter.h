@@ -39,6 +39,7 @@ public:
 
     /// Begins to write; the device has to be open. Its errors are its own.
     explicit LvXMLWriter(QIODevice& device);
+    ~LvXMLWriter();
 
     /// Writes a whole document. The late texts have to stand in the order of their elements in the document;
     /// false when one of them did not come to its turn.
