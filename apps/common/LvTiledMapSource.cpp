@@ -136,8 +136,7 @@ QImage LvTiledMapSource::tile(const LvTileKey& key)
 
 void LvTiledMapSource::storeTile(const LvTileKey& key, const QImage& image)
 {
-    myCache.insert(key, new QImage(image),
-                   cost(image)); // NOLINT(cppcoreguidelines-owning-memory) the cache owns it
+    myCache.insert(key, new QImage(image), cost(image)); // the cache owns it
 }
 
 void LvTiledMapSource::drawTile(QPainter& painter, const QRectF& target, const QRectF& picture,

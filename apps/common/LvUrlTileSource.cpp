@@ -34,10 +34,10 @@ constexpr int unavailableStatus = 503;
 
 LvUrlTileSource::LvUrlTileSource(LvTileUrlTemplate address, const QString& cacheDirectory)
     : myAddress(std::move(address))
-    , myNetwork(new QNetworkAccessManager(this)) // NOLINT(cppcoreguidelines-owning-memory) a child of this
+    , myNetwork(new QNetworkAccessManager(this)) // a child of this
     , myPause(static_cast<int>(defaultPause.count()))
 {
-    auto* cache = new QNetworkDiskCache(myNetwork); // NOLINT(cppcoreguidelines-owning-memory) its child
+    auto* cache = new QNetworkDiskCache(myNetwork); // its child
     cache->setCacheDirectory(cacheDirectory);
     cache->setMaximumCacheSize(cacheBytes);
     myNetwork->setCache(cache);

@@ -71,11 +71,11 @@ bool LvMapWidget::Layer::isUpToDate() const
 
 LvMapWidget::LvMapWidget(QWidget* parent)
     : QWidget(parent)
-    , myMapWorker(new LvMapBackgroundWorker) // NOLINT(cppcoreguidelines-owning-memory) goes with its thread
+    , myMapWorker(new LvMapBackgroundWorker) // goes with its thread
     , myMapSource(QStringLiteral("none"))
 {
     myMap.worker = myMapWorker;
-    myTracks.worker = new LvTrackLayerWorker; // NOLINT(cppcoreguidelines-owning-memory) goes with its thread
+    myTracks.worker = new LvTrackLayerWorker; // goes with its thread
     startThreads();
 
     setFocusPolicy(Qt::StrongFocus);

@@ -532,6 +532,7 @@ bool LvFixedSizePoolThread::hold(LvFixedSizePool& pool, LvEntry& entry, LvPoolGu
         if (memory == nullptr) {
             return false;
         }
+        // cppcheck-suppress unreadVariable ; it does not follow the pointer out of the branch
         slab = new (memory) Slab{{0}, Slab::firstOffset, nullptr, nullptr};
         pool.mySlabCount.fetch_add(1, std::memory_order_relaxed);
     }

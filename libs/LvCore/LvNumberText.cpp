@@ -110,7 +110,7 @@ bool readNormal(const char* begin, const char* end, double& number)
 
 bool readNormal(const char16_t* begin, const char16_t* end, double& number)
 {
-    std::array<char, longestPlainText> narrow; // NOLINT(cppcoreguidelines-pro-type-member-init) written next
+    std::array<char, longestPlainText> narrow; // written next
     char* const narrowEnd =
         std::transform(begin, end, narrow.data(), [](char16_t unit) { return static_cast<char>(unit); });
     return readNormal(narrow.data(), narrowEnd, number);
@@ -302,7 +302,7 @@ Q_NEVER_INLINE char* writeByToolkit(char* buffer, double number)
 template <class Text, class Write>
 void append(Text& text, Write write)
 {
-    std::array<char, LvNumberText::maximumLength> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::array<char, LvNumberText::maximumLength> buffer; // written next
     const char* const end = write(buffer.data());
     text.append(QLatin1String(buffer.data(), end - buffer.data()));
 }

@@ -354,7 +354,7 @@ QList<LvGPXTrackPoint> LvKmlTuples::decodePoints(std::string_view text)
 
 QString LvKmlTuples::encode(const LvGPXTrackPoint& point)
 {
-    std::array<char, longestTuple> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init) written next
+    std::array<char, longestTuple> buffer; // written next
     const char* const end = write(buffer.data(), point);
     return QString::fromLatin1(buffer.data(), end - buffer.data());
 }
@@ -371,7 +371,7 @@ void LvKmlTuples::encode(const QList<LvGPXTrackPoint>& points,
 {
     // Handed over by blocks of many tuples: less to do for each of them.
     constexpr std::ptrdiff_t blockSize = std::ptrdiff_t(1) << 14;
-    std::array<char, blockSize + longestTuple> block; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::array<char, blockSize + longestTuple> block; // written next
     char* end = block.data();
     for (const LvGPXTrackPoint& point : points) {
         if (end - block.data() > blockSize) {
