@@ -18,6 +18,7 @@
 #include <QDateTime>
 #include <QDomDocument>
 #include <QFile>
+#include <QFileInfo>
 #include <QJsonDocument>
 #include <QTemporaryDir>
 
@@ -114,6 +115,10 @@ void checkRoundTrip(const LvTrackDocumentContent& content, const QString& fileNa
 {
     const QString errorText = LvTrackDocumentFile::write(content, fileName, storage);
     LvFuzz::expect(errorText.isEmpty(), "every content can be written");
+    const qint64 size = QFileInfo(fileName).size();
+    LvFuzz::expect(!LvTrackDocumentFile::write(content, fileName, storage, size - 1).isEmpty()
+                       && QFileInfo(fileName).size() == size,
+                   "what would be too large is known before");
     const LvTrackDocumentReading reading = LvTrackDocumentFile::read(fileName);
     checkReading(reading);
     LvFuzz::expect(reading.errorText.isEmpty() && reading.warnings.isEmpty(), "what was written can be read");
@@ -160,6 +165,7 @@ void checkExports(const LvGPXConfiguredTrackList& tracks)
     const QByteArray gpx = LvGpxExporter::encode(tracks);
     QDomDocument document;
     LvFuzz::expect(gpx.isEmpty() || LvXMLLoader::parse(gpx, document), "an export is well-formed");
+    LvFuzz::expect(gpx.size() <= LvGpxExporter::maximumSize(tracks), "the size of an export is known before");
 }
 
 void checkDocument(const LvTrackDocumentContent& content)

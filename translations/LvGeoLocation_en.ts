@@ -242,6 +242,10 @@
         <source>Das ist keine gewöhnliche Datei.</source>
         <translation>This is no ordinary file.</translation>
     </message>
+    <message>
+        <source>Sie würde größer als %1 MiB.</source>
+        <translation>It would become larger than %1 MiB.</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>

@@ -114,6 +114,18 @@
         <source>Das ging nicht</source>
         <translation>That Did Not Work</translation>
     </message>
+    <message>
+        <source>Das Dokument „%1“ wird geöffnet…</source>
+        <translation>Opening the document “%1”…</translation>
+    </message>
+    <message>
+        <source>Das Dokument „%1“ wird gespeichert…</source>
+        <translation>Saving the document “%1”…</translation>
+    </message>
+    <message>
+        <source>Die Spuren werden exportiert…</source>
+        <translation>Exporting the tracks…</translation>
+    </message>
 </context>
 <context>
     <name>LvEditorMapMenu</name>
@@ -1032,6 +1044,18 @@ in the preferences.</translation>
         <source>Die Spuren haben so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich das Dokument nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist mehr Platz.</source>
         <translation>The tracks have so many points with texts or fractions of seconds that the document could not be opened again. With a file of its own for each track (see the preferences) there is more room.</translation>
     </message>
+    <message>
+        <source>Es sind so viele Spuren, dass sich das Dokument nicht wieder öffnen ließe.</source>
+        <translation>There are so many tracks that the document could not be opened again.</translation>
+    </message>
+    <message>
+        <source>Die Spuren haben so viele Punkte, dass sich das Dokument nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist mehr Platz.</source>
+        <translation>The tracks have so many points that the document could not be opened again. With a file of its own for each track (see the preferences) there is more room.</translation>
+    </message>
+    <message>
+        <source>Die Spur „%1“ hat so viele Punkte, dass sich ihre Datei nicht wieder öffnen ließe.</source>
+        <translation>The track “%1” has so many points that its file could not be opened again.</translation>
+    </message>
 </context>
 <context>
     <name>LvTrackEditorWindow</name>
@@ -1271,6 +1295,18 @@ in the preferences.</translation>
         <source>&lt;h3&gt;%1 %2&lt;/h3&gt;&lt;p&gt;Zeigt GPS-Spuren auf einer Karte und gibt jeder einen eigenen Stil.&lt;/p&gt;&lt;p&gt;Die eingebaute Karte stammt von Natural Earth und ist gemeinfrei.&lt;/p&gt;</source>
         <translation>&lt;h3&gt;%1 %2&lt;/h3&gt;&lt;p&gt;Shows GPS tracks on a map and gives each a style of its own.&lt;/p&gt;&lt;p&gt;The built-in map comes from Natural Earth and is in the public domain.&lt;/p&gt;</translation>
     </message>
+    <message>
+        <source>Was gerade gelesen oder geschrieben wird</source>
+        <translation>What is being read or written</translation>
+    </message>
+    <message>
+        <source>Lesen oder Schreiben im Gange</source>
+        <translation>Reading or writing in progress</translation>
+    </message>
+    <message>
+        <source>„%1“ ist geschrieben.</source>
+        <translation>“%1” has been written.</translation>
+    </message>
 </context>
 <context>
     <name>LvTrackExporter</name>
@@ -1293,6 +1329,10 @@ in the preferences.</translation>
     <message>
         <source>Die Datei „%1“ konnte nicht geschrieben werden: %2</source>
         <translation>The file “%1” could not be written: %2</translation>
+    </message>
+    <message>
+        <source>Die Spuren haben so viele Punkte, dass sich die Datei nicht wieder öffnen ließe.</source>
+        <translation>The tracks have so many points that the file could not be opened again.</translation>
     </message>
 </context>
 <context>

@@ -88,3 +88,15 @@ QByteArray LvGpxExporter::encode(const LvGPXConfiguredTrackList& tracks)
     }
     return root.hasChildNodes() ? document.toString(indentation).toUtf8() : QByteArray();
 }
+
+qint64 LvGpxExporter::maximumSize(const LvGPXConfiguredTrackList& tracks)
+{
+    constexpr qint64 rootBytes = 1024;
+    constexpr qint64 longestCharacter = 6; // "&quot;"
+    constexpr int trackDepth = 2;
+    qint64 bytes = rootBytes + longestCharacter * creator().size();
+    for (const LvGPXConfiguredTrack& track : tracks) {
+        bytes += LvTrackXml::costOf(track.track(), trackDepth, LvTrackXml::PointForm::Elements).bytes;
+    }
+    return bytes;
+}

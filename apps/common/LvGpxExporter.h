@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QtGlobal>
 
 class LvGPXConfiguredTrackList;
 
@@ -16,5 +17,8 @@ namespace LvGpxExporter
 /// The whole file, valid against the schema of GPX 1.1; empty when there is no point to write. May be called
 /// from any thread.
 QByteArray encode(const LvGPXConfiguredTrackList& tracks);
+
+/// At most so many bytes encode() returns, and hardly fewer. Known long before.
+qint64 maximumSize(const LvGPXConfiguredTrackList& tracks);
 
 } // namespace LvGpxExporter

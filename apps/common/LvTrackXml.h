@@ -11,6 +11,15 @@ class LvGPXTrackPoint;
 struct LvTrackXmlCost {
     qint64 nodes = 0;
     qint64 depthSum = 0; ///< the depths of the nodes added up
+    qint64 bytes = 0; ///< of the text, indented as LvXMLWriter does
+
+    LvTrackXmlCost& operator+=(const LvTrackXmlCost& other)
+    {
+        nodes += other.nodes;
+        depthSum += other.depthSum;
+        bytes += other.bytes;
+        return *this;
+    }
 };
 
 /**
@@ -31,9 +40,15 @@ QString trackTag();
 /// point by point. Segments without points are left out.
 void writeTrack(const QDomElement& trk, const LvGPXTrack& track);
 
+/// How the points of a segment are written.
+enum class PointForm {
+    ShortestThatKeepsAll, ///< as writeTrack() does
+    Elements, ///< each by appendPoint()
+};
+
 /// What it costs to read the "trk" element of the track that stands at this depth (the document element has
-/// depth 1): never less than LvXMLLoader will count.
-LvTrackXmlCost costOf(const LvGPXTrack& track, int depth);
+/// depth 1): never less than LvXMLLoader will count and than the file will have bytes, and hardly more.
+LvTrackXmlCost costOf(const LvGPXTrack& track, int depth, PointForm form = PointForm::ShortestThatKeepsAll);
 
 /// The time as an ISO 8601 text in UTC, with milliseconds where there are some: "2023-06-01T10:00:00Z". Empty
 /// for an invalid time and beyond the years 1 to 9999, which such texts cannot hold.

@@ -1,6 +1,5 @@
 #include "LvTrackDocumentFile.h"
 
-#include "LvFileHandler.h"
 #include "LvGPXConfiguredTrack.h"
 #include "LvGPXConfiguredTrackList.h"
 #include "LvGPXTrackConfiguration.h"
@@ -20,6 +19,7 @@
 
 #include <cmath>
 #include <optional>
+#include <utility>
 
 namespace
 {
@@ -28,7 +28,8 @@ constexpr int formatVersion = 1;
 
 constexpr int trackDepth = 5; // of "trk" in a document
 constexpr int trackFileDepth = 2; // of "trk" in a file of its own
-constexpr int nodesPerTrack = 100; // more than its style has
+// More than the style of a track has, or the document around them.
+constexpr LvTrackXmlCost styleCost = {100, 100 * trackDepth, 2048};
 
 constexpr QLatin1String rootTag("lvtracks");
 constexpr QLatin1String versionAttribute("version");
@@ -97,38 +98,84 @@ LvGPXTrackSelection withoutPoints(const LvGPXTrackSelection& selection)
     return result;
 }
 
-bool isReadable(const LvTrackXmlCost& cost)
-{
-    return cost.nodes <= LvXMLLoader::maximumNodes && cost.depthSum <= LvXMLLoader::maximumDepthSum;
-}
+/// Which limit of reading is exceeded.
+enum class Excess { None, Nodes, Bytes };
 
-/// Whether the document can be read again with all tracks in it. To be asked before it is built: then it
-/// would already take gigabytes.
-bool fitsOneDocument(const LvGPXConfiguredTrackList& tracks)
+Excess excessOf(const LvTrackXmlCost& cost, qint64 maximumBytes)
 {
-    LvTrackXmlCost sum{nodesPerTrack, 0};
-    for (const LvGPXConfiguredTrack& track : tracks) {
-        const LvTrackXmlCost cost = LvTrackXml::costOf(track.track(), trackDepth);
-        sum.nodes += cost.nodes + nodesPerTrack;
-        sum.depthSum += cost.depthSum + qint64(nodesPerTrack) * trackDepth;
+    if (cost.nodes > LvXMLLoader::maximumNodes || cost.depthSum > LvXMLLoader::maximumDepthSum) {
+        return Excess::Nodes;
     }
-    return isReadable(sum);
+    return cost.bytes > maximumBytes ? Excess::Bytes : Excess::None;
 }
 
-/// Makes sure that the track has its file in the directory. Returns why not; an empty text on success.
-QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
+/// What it will cost to read the document. To be asked before it is built: then it would already take
+/// gigabytes.
+LvTrackXmlCost documentCost(const LvGPXConfiguredTrackList& tracks, bool hasFiles)
 {
-    LvGPXTrackFileRegistry* registry = LvGPXTrackFileRegistry::instance();
-    const LvGPXTrackFileRegistryKey key(track, directory);
-    const QString known = registry->fileName(key);
-    if (!known.isEmpty() && LvGPXTrackFileRegistry::createFileInfo(key, known).exists()) {
+    LvTrackXmlCost sum = styleCost;
+    for (const LvGPXConfiguredTrack& track : tracks) {
+        sum += styleCost;
+        if (!hasFiles) {
+            sum += LvTrackXml::costOf(track.track(), trackDepth);
+        }
+    }
+    return sum;
+}
+
+/// Why a document of that cost is not written; an empty text when it may be.
+QString refusal(const LvTrackXmlCost& cost, bool hasFiles, qint64 maximumBytes)
+{
+    const Excess excess = excessOf(cost, maximumBytes);
+    if (excess == Excess::None) {
         return {};
     }
-    if (!isReadable(LvTrackXml::costOf(track, trackFileDepth))) {
+    if (hasFiles) {
+        return LvTrackDocumentFile::tr(
+            "Es sind so viele Spuren, dass sich das Dokument nicht wieder öffnen ließe.");
+    }
+    return excess == Excess::Nodes
+        ? LvTrackDocumentFile::tr(
+            "Die Spuren haben so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich das Dokument "
+            "nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist "
+            "mehr Platz.")
+        : LvTrackDocumentFile::tr(
+            "Die Spuren haben so viele Punkte, dass sich das Dokument nicht wieder öffnen ließe. Mit einer "
+            "eigenen Datei für jede Spur (siehe Einstellungen) ist mehr Platz.");
+}
+
+/// Why the file of a track of that cost is not written; an empty text when it may be.
+QString refusal(const LvTrackXmlCost& cost, const LvGPXTrack& track, qint64 maximumBytes)
+{
+    switch (excessOf(cost, maximumBytes)) {
+    case Excess::Nodes:
         return LvTrackDocumentFile::tr(
                    "Die Spur „%1“ hat so viele Punkte mit Texten oder Sekundenbruchteilen, "
                    "dass sich ihre Datei nicht wieder öffnen ließe.")
             .arg(track.name().simplified());
+    case Excess::Bytes:
+        return LvTrackDocumentFile::tr(
+                   "Die Spur „%1“ hat so viele Punkte, dass sich ihre Datei nicht wieder öffnen ließe.")
+            .arg(track.name().simplified());
+    case Excess::None:
+        break;
+    }
+    return {};
+}
+
+bool hasTrackFile(const LvGPXTrack& track, const QDir& directory)
+{
+    const LvGPXTrackFileRegistryKey key(track, directory);
+    const QString known = LvGPXTrackFileRegistry::instance()->fileName(key);
+    return !known.isEmpty() && LvGPXTrackFileRegistry::createFileInfo(key, known).exists();
+}
+
+/// Writes the track into a file of its own in the directory unless it has one. Returns why that failed; an
+/// empty text on success.
+QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
+{
+    if (hasTrackFile(track, directory)) {
+        return {}; // perhaps since a moment ago: as another track of the same document
     }
     const QFileInfo wanted(directory, QStringLiteral("track.gps"));
     const QFileInfo file =
@@ -140,7 +187,35 @@ QString ensureTrackFile(const LvGPXTrack& track, const QDir& directory)
     if (!LvXMLBuilder::saveUTF8(document, file, &errors)) {
         return errors.join(QLatin1Char(' ')).simplified();
     }
-    registry->registerFile(key, file.fileName());
+    LvGPXTrackFileRegistry::instance()->registerFile(LvGPXTrackFileRegistryKey(track, directory),
+                                                     file.fileName());
+    return {};
+}
+
+/// Writes the tracks that have no file in the directory yet, all of them or, when one would be too large,
+/// none. Returns why that failed; an empty text on success.
+QString ensureTrackFiles(const LvGPXConfiguredTrackList& tracks, const QDir& directory, qint64 maximumBytes)
+{
+    QList<LvGPXTrack> newTracks;
+    for (const LvGPXConfiguredTrack& configured : tracks) {
+        const LvGPXTrack track = configured.track();
+        if (hasTrackFile(track, directory)) {
+            continue;
+        }
+        LvTrackXmlCost cost = styleCost; // of what stands around the track
+        cost += LvTrackXml::costOf(track, trackFileDepth);
+        QString errorText = refusal(cost, track, maximumBytes);
+        if (!errorText.isEmpty()) {
+            return errorText;
+        }
+        newTracks.append(track);
+    }
+    for (const LvGPXTrack& track : std::as_const(newTracks)) {
+        QString errorText = ensureTrackFile(track, directory);
+        if (!errorText.isEmpty()) {
+            return errorText;
+        }
+    }
     return {};
 }
 
@@ -162,7 +237,7 @@ bool LvTrackDocumentFile::hasSuffix(const QString& fileName)
 }
 
 QString LvTrackDocumentFile::write(const LvTrackDocumentContent& content, const QString& fileName,
-                                   TrackStorage storage)
+                                   TrackStorage storage, qint64 maximumBytes)
 {
     const QFileInfo file(fileName);
     const QDir directory = directoryOf(file);
@@ -171,17 +246,12 @@ QString LvTrackDocumentFile::write(const LvTrackDocumentContent& content, const 
     }
     const LvGPXConfiguredTrackList tracks = content.selection.tracks();
     const bool hasFiles = storage == TrackStorage::SeparateFiles;
-    if (!hasFiles && !fitsOneDocument(tracks)) {
-        return tr(
-            "Die Spuren haben so viele Punkte mit Texten oder Sekundenbruchteilen, dass sich das Dokument "
-            "nicht wieder öffnen ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist "
-            "mehr Platz.");
+    QString errorText = refusal(documentCost(tracks, hasFiles), hasFiles, maximumBytes);
+    if (hasFiles && errorText.isEmpty()) {
+        errorText = ensureTrackFiles(tracks, directory, maximumBytes);
     }
-    for (qsizetype row = 0; hasFiles && row < tracks.count(); ++row) {
-        QString errorText = ensureTrackFile(tracks.at(row).track(), directory);
-        if (!errorText.isEmpty()) {
-            return errorText;
-        }
+    if (!errorText.isEmpty()) {
+        return errorText;
     }
 
     QDomDocument document;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "LvFileHandler.h"
 #include "LvTrackDocumentContent.h"
 
 #include <QCoreApplication>
@@ -52,9 +53,11 @@ public:
     static bool hasSuffix(const QString& fileName);
 
     /// Writes the content. Returns why that failed, one line; an empty text on success. What would be too
-    /// large for read() is not written. May be called from any thread.
+    /// large for read() is not written: no file has more bytes than the maximum. May be called from any
+    /// thread.
     [[nodiscard]] static QString write(const LvTrackDocumentContent& content, const QString& fileName,
-                                       TrackStorage storage);
+                                       TrackStorage storage,
+                                       qint64 maximumBytes = LvFileHandler::maximumFileSize);
 
     /// Reads a file. May be called from any thread.
     [[nodiscard]] static LvTrackDocumentReading read(const QString& fileName);

@@ -1,6 +1,5 @@
 #include "LvTrackExporter.h"
 
-#include "LvFileHandler.h"
 #include "LvGPXConfiguredTrackList.h"
 #include "LvGeoJsonExporter.h"
 #include "LvGpxExporter.h"
@@ -18,14 +17,18 @@ QStringList LvTrackExporter::supportedSuffixes()
     return {QStringLiteral("gpx"), QStringLiteral("geojson"), QStringLiteral("json")};
 }
 
-QString LvTrackExporter::save(const LvGPXConfiguredTrackList& tracks, const QString& fileName)
+QString LvTrackExporter::save(const LvGPXConfiguredTrackList& tracks, const QString& fileName,
+                              qint64 maximumBytes)
 {
     const QString suffix = QFileInfo(fileName).suffix().toLower();
     if (!supportedSuffixes().contains(suffix)) {
         return tr("Der Dateiname muss auf .gpx, .geojson oder .json enden.");
     }
-    const QByteArray bytes =
-        suffix == QLatin1String("gpx") ? LvGpxExporter::encode(tracks) : LvGeoJsonExporter::encode(tracks);
+    const bool isGpx = suffix == QLatin1String("gpx");
+    if (isGpx && LvGpxExporter::maximumSize(tracks) > maximumBytes) {
+        return tr("Die Spuren haben so viele Punkte, dass sich die Datei nicht wieder öffnen ließe.");
+    }
+    const QByteArray bytes = isGpx ? LvGpxExporter::encode(tracks) : LvGeoJsonExporter::encode(tracks);
     if (bytes.isEmpty()) {
         return tr("Es gibt keine Spur mit Punkten.");
     }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "LvFileHandler.h"
+
 #include <QCoreApplication>
 #include <QString>
 #include <QStringList>
@@ -21,6 +23,8 @@ public:
     static QStringList supportedSuffixes();
 
     /// Writes a file of the kind that its suffix names. The file appears whole or not at all. Returns why
-    /// that failed, one line; an empty text on success. May be called from any thread.
-    [[nodiscard]] static QString save(const LvGPXConfiguredTrackList& tracks, const QString& fileName);
+    /// that failed, one line; an empty text on success. GPX of more bytes than the maximum, which this
+    /// program could not open, is not written. May be called from any thread.
+    [[nodiscard]] static QString save(const LvGPXConfiguredTrackList& tracks, const QString& fileName,
+                                      qint64 maximumBytes = LvFileHandler::maximumFileSize);
 };

@@ -10,6 +10,30 @@
 namespace
 {
 
+/// A file that gives up when it becomes too large.
+class BoundedSaveFile : public QSaveFile
+{
+public:
+    BoundedSaveFile(const QString& name, qint64 maximumBytes)
+        : QSaveFile(name)
+        , myRoom(maximumBytes)
+    {
+    }
+
+    [[nodiscard]] bool isTooLarge() const { return myRoom < 0; }
+
+protected:
+    qint64 writeData(const char* bytes, qint64 count) override
+    {
+        // Once too large it stays so, or later and smaller pieces would make a file with gaps.
+        myRoom = isTooLarge() ? myRoom : myRoom - count;
+        return isTooLarge() ? -1 : QSaveFile::writeData(bytes, count);
+    }
+
+private:
+    qint64 myRoom;
+};
+
 bool isDeclaration(const QDomNode& node)
 {
     return node.isProcessingInstruction() && node.nodeName() == QLatin1String("xml");
@@ -89,7 +113,7 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const QFileInfo& file,
 }
 
 bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const std::vector<LvXMLLateText>& lateTexts,
-                            const QFileInfo& file, QStringList* errorHistory)
+                            const QFileInfo& file, QStringList* errorHistory, qint64 maximumBytes)
 {
     if (document.documentElement().isNull()) {
         return refuse(QCoreApplication::translate("LvXMLBuilder", "Das Dokument ist leer."), file,
@@ -105,7 +129,7 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const std::vector<LvXM
         return refuse(QCoreApplication::translate("LvXMLBuilder", "Das ist keine gewöhnliche Datei."), file,
                       errorHistory);
     }
-    QSaveFile output(now.filePath());
+    BoundedSaveFile output(now.filePath(), maximumBytes);
     if (!output.open(QIODevice::WriteOnly)) {
         return refuse(output.errorString(), file, errorHistory);
     }
@@ -113,6 +137,12 @@ bool LvXMLBuilder::saveUTF8(const QDomDocument& document, const std::vector<LvXM
         return refuse(
             QCoreApplication::translate("LvXMLBuilder", "Ein Text gehört zu keinem Element des Dokuments."),
             file, errorHistory);
+    }
+    if (output.isTooLarge()) {
+        constexpr qint64 bytesPerMebibyte = qint64(1) << 20;
+        return refuse(QCoreApplication::translate("LvXMLBuilder", "Sie würde größer als %1 MiB.")
+                          .arg(maximumBytes / bytesPerMebibyte),
+                      file, errorHistory);
     }
     // Without the flush, commit() would not notice that the last bytes of the buffer could not be written.
     if (output.error() != QFileDevice::NoError || !output.flush()) {

@@ -33,6 +33,9 @@ public:
     /// could not be read again.
     static constexpr int maximumDepth = 10000;
 
+    /// The largest file that is saved, in bytes (1 GiB). A larger one could not be read again.
+    static constexpr qint64 maximumFileSize = qint64(1) << 30;
+
     /// Appends an empty child element to the parent and returns it; a null element when the parent is null.
     /// Elements are handles: the document changes though the handle is constant.
     static QDomElement buildDomElement(const QDomElement& parent, const QString& name);
@@ -52,14 +55,17 @@ public:
     /// in the order of their names, so that the same document always gives the same bytes. The text goes into
     /// a temporary file that takes the place of the file when it is complete: until then, and after a
     /// failure, an older file of that name stays as it was. False when the file could not be written, and
-    /// when the document has no root element or is nested too deeply or the name is that of a device or a
-    /// pipe; the reason, a sentence for the user, is then appended to the error history when one is given.
+    /// when the document has no root element, is nested too deeply or becomes larger than the maximum, or the
+    /// name is that of a device or a pipe; the reason, a sentence for the user, is then appended to the error
+    /// history when one is given.
     static bool saveUTF8(const QDomDocument& document, const QFileInfo& file,
                          QStringList* errorHistory = nullptr);
 
-    /// The same with texts that do not stand in the tree, see LvXMLWriter::write().
+    /// The same with texts that do not stand in the tree, see LvXMLWriter::write(), and with a maximum of
+    /// bytes.
     static bool saveUTF8(const QDomDocument& document, const std::vector<LvXMLLateText>& lateTexts,
-                         const QFileInfo& file, QStringList* errorHistory = nullptr);
+                         const QFileInfo& file, QStringList* errorHistory = nullptr,
+                         qint64 maximumBytes = maximumFileSize);
 
     /// The text without the characters that XML 1.0 forbids, for attributes, which are set without the
     /// builder.

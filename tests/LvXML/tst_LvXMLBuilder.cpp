@@ -1,6 +1,7 @@
 #include "LvFaults.h"
 #include "LvTest.h"
 #include "LvXMLBuilder.h"
+#include "LvXMLWriter.h"
 
 #include <QDir>
 #include <QDomDocument>
@@ -61,6 +62,8 @@ private Q_SLOTS:
     void failureWithoutHistory();
     void emptyDocumentIsNotWritten();
     void deepDocumentIsNotWritten();
+    void largeDocumentIsNotWritten_data();
+    void largeDocumentIsNotWritten();
 
 private:
     QScopedPointer<QTemporaryDir> myDirectory;
@@ -425,6 +428,43 @@ void tst_LvXMLBuilder::deepDocumentIsNotWritten()
     QVERIFY(!LvXMLBuilder::saveUTF8(document, QFileInfo(path), &errors));
     QVERIFY(errors.join(' ').endsWith("Die Elemente sind zu tief geschachtelt."));
     QCOMPARE(contentOf(path), deepest);
+}
+
+void tst_LvXMLBuilder::largeDocumentIsNotWritten_data()
+{
+    QTest::addColumn<int>("lateBytes");
+    QTest::newRow("in the tree") << 0;
+    QTest::newRow("a text of its own") << 1000;
+    QTest::newRow("many pieces") << 300000;
+}
+
+void tst_LvXMLBuilder::largeDocumentIsNotWritten()
+{
+    QFETCH(int, lateBytes);
+    const QString path = myDirectory->filePath("track.gpx");
+    QDomDocument document;
+    const QDomElement root = LvXMLBuilder::buildRootElement(document, "root");
+    LvXMLBuilder::buildDomElement(root, "name", QString("Weser"));
+    const QDomElement child = LvXMLBuilder::buildDomElement(root, "points");
+    std::vector<LvXMLLateText> lateTexts;
+    if (lateBytes > 0) {
+        lateTexts.push_back({child, [lateBytes](const auto& write) {
+                                 for (int done = 0; done < lateBytes; done += 100) {
+                                     write(QByteArray(100, 'x'));
+                                 }
+                             }});
+    }
+    QVERIFY(LvXMLBuilder::saveUTF8(document, lateTexts, QFileInfo(path)));
+    const QByteArray whole = contentOf(path);
+    QVERIFY(QFile::resize(path, 0));
+    QStringList errors;
+    QVERIFY(!LvXMLBuilder::saveUTF8(document, lateTexts, QFileInfo(path), &errors, whole.size() - 1));
+    QVERIFY2(errors.join(' ').endsWith("Sie würde größer als 0 MiB."), qPrintable(errors.join(' ')));
+    QCOMPARE(contentOf(path), QByteArray());
+    QCOMPARE(QDir(myDirectory->path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    QVERIFY(LvXMLBuilder::saveUTF8(document, lateTexts, QFileInfo(path), &errors, whole.size()));
+    QCOMPARE(contentOf(path), whole);
+    QCOMPARE(errors.size(), 1);
 }
 
 LV_TEST_MAIN(tst_LvXMLBuilder)

@@ -73,6 +73,7 @@ private Q_SLOTS:
     void validAgainstSchema();
     void schemaCatchesMistakes_data();
     void schemaCatchesMistakes();
+    void sizeIsKnownBefore();
 
 private:
     static void validate(const QByteArray& bytes, bool& isValid, QByteArray& output);
@@ -231,6 +232,31 @@ void tst_LvGpxExporter::schemaCatchesMistakes()
     QByteArray output;
     validate(bytes, isValid, output);
     QVERIFY(!isValid);
+}
+
+void tst_LvGpxExporter::sizeIsKnownBefore()
+{
+    const auto told = [](const LvGPXConfiguredTrackList& tracks, qint64& real) {
+        real = LvGpxExporter::encode(tracks).size();
+        return LvGpxExporter::maximumSize(tracks);
+    };
+    qint64 real = 0;
+    QVERIFY(told(difficultTracks(), real) >= real);
+    QRandomGenerator random(20261122);
+    for (int round = 0; round < 200; ++round) {
+        const LvGPXConfiguredTrackList tracks{configured(randomTrack(random, 2)),
+                                              configured(randomTrack(random, 2))};
+        QVERIFY(told(tracks, real) >= real);
+    }
+    // It is not much more, or files would be refused that can be read.
+    QList<LvGPXTrackPoint> points;
+    for (int index = 0; index < 5000; ++index) {
+        points.append(
+            point(50.1234567 + index * 1e-5, 8.7654321, 100 + index % 7, utc("2023-06-01T10:00:00Z")));
+    }
+    const qint64 most = told(configured(line("A", points)), real);
+    QVERIFY2(most >= real && most < real + real / 8,
+             qPrintable(QStringLiteral("%1 instead of %2").arg(most).arg(real)));
 }
 
 LV_TEST_MAIN(tst_LvGpxExporter)

@@ -16,6 +16,7 @@
 #include <QTemporaryDir>
 
 #include <cstdio>
+#include <limits>
 #include <thread>
 #include <vector>
 
@@ -168,6 +169,9 @@ private Q_SLOTS:
     void manyPoints();
     void tooManyPoints_data();
     void tooManyPoints();
+    void tooManyBytes_data();
+    void tooManyBytes();
+    void sizeIsKnownBefore();
 
 private:
     [[nodiscard]] QString path(const QString& name) const { return myDirectory->filePath(name); }
@@ -600,6 +604,77 @@ void tst_LvTrackDocumentFile::tooManyPoints()
     QVERIFY(timer.elapsed() < 20000); // nothing has been built
     QVERIFY(LvTrackDocumentFile::read(path("a.lvt")).content == older);
     QCOMPARE(files(), QStringList{"a.lvt"});
+}
+
+void tst_LvTrackDocumentFile::tooManyBytes_data()
+{
+    QTest::addColumn<TrackStorage>("storage");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("inline") << TrackStorage::Inline
+                            << "Die Spuren haben so viele Punkte, dass sich das Dokument nicht wieder öffnen "
+                               "ließe. Mit einer eigenen Datei für jede Spur (siehe Einstellungen) ist mehr "
+                               "Platz.";
+    QTest::newRow("separate files")
+        << TrackStorage::SeparateFiles
+        << "Die Spur „Lang“ hat so viele Punkte, dass sich ihre Datei nicht wieder öffnen ließe.";
+}
+
+void tst_LvTrackDocumentFile::tooManyBytes()
+{
+    QFETCH(TrackStorage, storage);
+    QFETCH(QString, expected);
+    constexpr qint64 maximumBytes = 20000;
+    const LvTrackDocumentContent older = contentOf(list({"A"}), {true});
+    QCOMPARE(LvTrackDocumentFile::write(older, path("a.lvt"), TrackStorage::Inline, maximumBytes), QString());
+    QList<LvGPXTrackPoint> points;
+    for (int index = 0; index < 2000; ++index) {
+        points.append(point(50.1 + index * 0.001, 8.1, 7));
+    }
+    // The track in front would have room, but is not written either.
+    const LvTrackDocumentContent content =
+        contentOf({named("B"), configured(line("Lang", points))}, {true, true});
+    QCOMPARE(LvTrackDocumentFile::write(content, path("a.lvt"), storage, maximumBytes), expected);
+    QVERIFY(LvTrackDocumentFile::read(path("a.lvt")).content == older);
+    QCOMPARE(files(), QStringList{"a.lvt"});
+    QCOMPARE(LvTrackDocumentFile::write(content, path("a.lvt"), storage, 10 * maximumBytes), QString());
+    QVERIFY(LvTrackDocumentFile::read(path("a.lvt")).content == content);
+    // With files of their own, the document itself may still become too large.
+    if (storage == TrackStorage::SeparateFiles) {
+        const LvTrackDocumentContent twins =
+            contentOf(list(QStringList(1000, QStringLiteral("B"))), QList<bool>(1000, true));
+        QCOMPARE(
+            LvTrackDocumentFile::write(twins, path("a.lvt"), storage, 10 * maximumBytes),
+            QStringLiteral("Es sind so viele Spuren, dass sich das Dokument nicht wieder öffnen ließe."));
+        QVERIFY(LvTrackDocumentFile::read(path("a.lvt")).content == content);
+    }
+}
+
+void tst_LvTrackDocumentFile::sizeIsKnownBefore()
+{
+    // Whatever its content is, a document of so many bytes is refused where fewer are allowed.
+    QRandomGenerator random(20261122);
+    for (int round = 0; round < 15; ++round) {
+        LvTrackDocumentContent content;
+        LvGPXConfiguredTrackList tracks;
+        for (int count = random.bounded(5); count > 0; --count) {
+            LvGPXTrackConfiguration style = fullContent().selection.configuration(1);
+            style.setLineWidth(random.generateDouble() * 1e-5);
+            style.setHaloWidth(-1e300 * random.generateDouble());
+            style.setSmoothingSteps(std::numeric_limits<int>::min());
+            style.setCurrentDisplayOptions(
+                LvGPXTrackDisplayOptions(std::numeric_limits<quint32>::max())); // every one
+            tracks.append(LvGPXConfiguredTrack(randomTrack(random, 2), style));
+        }
+        content.selection = LvGPXTrackSelection(tracks);
+        content.selection.setCroppingOpacity(0);
+        for (const TrackStorage storage : {TrackStorage::Inline, TrackStorage::SeparateFiles}) {
+            const QString fileName = path(QStringLiteral("%1.lvt").arg(round));
+            QCOMPARE(LvTrackDocumentFile::write(content, fileName, storage), QString());
+            const qint64 size = QFileInfo(fileName).size();
+            QVERIFY(!LvTrackDocumentFile::write(content, fileName, storage, size - 1).isEmpty());
+            QCOMPARE(QFileInfo(fileName).size(), size);
+        }
+    }
 }
 
 int main(int argc, char* argv[])

@@ -30,6 +30,7 @@ private Q_SLOTS:
     void kinds_data();
     void kinds();
     void refusals();
+    void tooLarge();
 };
 
 void tst_LvTrackExporter::names()
@@ -69,6 +70,24 @@ void tst_LvTrackExporter::refusals()
     QVERIFY(!LvTrackExporter::save({}, directory.filePath("a.gpx")).isEmpty());
     QCOMPARE(bytesOf(directory.filePath("a.gpx")), LvGpxExporter::encode(list({"A"})));
     QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+}
+
+void tst_LvTrackExporter::tooLarge()
+{
+    QTemporaryDir directory;
+    const QString fileName = directory.filePath("a.gpx");
+    QCOMPARE(LvTrackExporter::save(list({"A"}), fileName), QString());
+    const LvGPXConfiguredTrackList tracks = list({"B", "C"});
+    const qint64 size = LvGpxExporter::encode(tracks).size();
+    QCOMPARE(
+        LvTrackExporter::save(tracks, fileName, size - 1),
+        QStringLiteral("Die Spuren haben so viele Punkte, dass sich die Datei nicht wieder öffnen ließe."));
+    QCOMPARE(bytesOf(fileName), LvGpxExporter::encode(list({"A"})));
+    QCOMPARE(QDir(directory.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    QCOMPARE(LvTrackExporter::save(tracks, fileName, LvGpxExporter::maximumSize(tracks)), QString());
+    QCOMPARE(bytesOf(fileName), LvGpxExporter::encode(tracks));
+    // What is never opened here may have any size.
+    QCOMPARE(LvTrackExporter::save(tracks, directory.filePath("a.geojson"), 1), QString());
 }
 
 LV_TEST_MAIN(tst_LvTrackExporter)

@@ -2,7 +2,9 @@
 #include "LvTestTracks.h"
 #include "LvTrackXml.h"
 #include "LvXMLBuilder.h"
+#include "LvXMLWriter.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QDomDocument>
 
@@ -48,18 +50,39 @@ QString elementOf(const LvGPXTrackPoint& point)
 /// The nodes at and below an element, and their depths, counted as LvXMLLoader does in the text.
 LvTrackXmlCost costOf(const QDomElement& element, int depth)
 {
-    LvTrackXmlCost cost{1 + 2 * element.attributes().count(), depth - 1};
+    LvTrackXmlCost cost{1 + 2 * element.attributes().count(), depth - 1, 0};
     if (!element.hasChildNodes()) {
         return cost; // one tag
     }
     cost.depthSum += depth;
     for (QDomNode child = element.firstChild(); !child.isNull(); child = child.nextSibling()) {
         const LvTrackXmlCost more =
-            child.isElement() ? costOf(child.toElement(), depth + 1) : LvTrackXmlCost{1, 0};
+            child.isElement() ? costOf(child.toElement(), depth + 1) : LvTrackXmlCost{1, 0, 0};
         cost.nodes += more.nodes;
         cost.depthSum += more.depthSum;
     }
     return cost;
+}
+
+qint64 fileSize(const QDomDocument& document)
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    LvXMLWriter(buffer).write(document);
+    return buffer.size();
+}
+
+/// The bytes of a track in a file, at that depth.
+qint64 bytesOf(const LvGPXTrack& track, int depth)
+{
+    QDomDocument document;
+    QDomElement element = newElement(document, QStringLiteral("a"));
+    for (int parent = 2; parent < depth; ++parent) {
+        element = LvXMLBuilder::buildDomElement(element, QStringLiteral("a"));
+    }
+    const qint64 around = fileSize(document);
+    LvTrackXml::writeTrack(LvXMLBuilder::buildDomElement(element, LvTrackXml::trackTag()), track);
+    return fileSize(document) - around;
 }
 
 } // namespace
@@ -80,6 +103,7 @@ private Q_SLOTS:
     void deepEnclaves();
     void costs_data();
     void costs();
+    void bytesOfRandomTracks();
 };
 
 void tst_LvTrackXml::points_data()
@@ -233,6 +257,21 @@ void tst_LvTrackXml::costs()
     QVERIFY2(told.nodes <= real.nodes + 10 * trackCount,
              qPrintable(QStringLiteral("%1 instead of %2").arg(told.nodes).arg(real.nodes)));
     QVERIFY(told.depthSum <= 2 * real.depthSum + 100);
+    const qint64 bytes = bytesOf(track, depth);
+    QVERIFY2(told.bytes >= bytes && told.bytes <= bytes + bytes / 5 + 300 * trackCount,
+             qPrintable(QStringLiteral("%1 instead of %2").arg(told.bytes).arg(bytes)));
+}
+
+void tst_LvTrackXml::bytesOfRandomTracks()
+{
+    QRandomGenerator random(20261122);
+    for (int round = 0; round < 150; ++round) {
+        const LvGPXTrack track = randomTrack(random, 3);
+        const int depth = 2 + round % 5;
+        const qint64 told = LvTrackXml::costOf(track, depth).bytes;
+        const qint64 real = bytesOf(track, depth);
+        QVERIFY2(told >= real, qPrintable(QStringLiteral("%1 instead of %2").arg(told).arg(real)));
+    }
 }
 
 LV_TEST_MAIN(tst_LvTrackXml)
