@@ -15,6 +15,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+#include <QtConcurrent>
+
+#include <utility>
 
 LvEditorFiles::LvEditorFiles(LvTrackDocument* document, LvMapWidget* map, LvRecentFiles* recentFiles,
                              QWidget* window)
@@ -24,9 +27,13 @@ LvEditorFiles::LvEditorFiles(LvTrackDocument* document, LvMapWidget* map, LvRece
     , myRecentFiles(recentFiles)
     , myWindow(window)
 {
+    connect(&myWatcher, &QFutureWatcherBase::finished, this, &LvEditorFiles::finish);
 }
 
-LvEditorFiles::~LvEditorFiles() = default;
+LvEditorFiles::~LvEditorFiles()
+{
+    myPool.waitForDone();
+}
 
 QStringList LvEditorFiles::askForFiles()
 {
@@ -44,8 +51,12 @@ QStringList LvEditorFiles::askForFiles()
     return names;
 }
 
-bool LvEditorFiles::confirmLosingChanges()
+bool LvEditorFiles::confirmLosingChanges(const std::function<void()>& whenWritten)
 {
+    if (myActivity == Activity::Writing) {
+        myWhenWritten = whenWritten;
+        return false;
+    }
     if (!myDocument->isModified()) {
         return true;
     }
@@ -53,26 +64,77 @@ bool LvEditorFiles::confirmLosingChanges()
         myWindow, tr("Ungesicherte Änderungen"), tr("Das Dokument ist geändert. Soll es gespeichert werden?"),
         QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, QMessageBox::Save);
     if (answer == QMessageBox::Save) {
-        return save();
+        cancelOpening();
+        if (save()) {
+            myWhenWritten = whenWritten;
+        }
+        return false;
     }
     return answer == QMessageBox::Discard;
 }
 
 bool LvEditorFiles::open(const QString& fileName)
 {
-    QStringList warnings;
-    if (!report(LvTrackDocumentFile::open(*myDocument, fileName, &warnings))) {
+    if (myActivity == Activity::Writing) {
         return false;
     }
-    myRecentFiles->add(fileName);
-    if (!warnings.isEmpty()) {
-        Q_EMIT messages(warnings);
-    }
+    cancelOpening();
+    start(Activity::Reading, tr("Das Dokument „%1“ wird geöffnet…").arg(QFileInfo(fileName).fileName()),
+          [this, fileName, before = myDocument->content()]() -> Finish {
+              const LvTrackDocumentReading reading = LvTrackDocumentFile::read(fileName);
+              return [this, fileName, before, reading] { return finishOpening(fileName, before, reading); };
+          });
     return true;
+}
+
+bool LvEditorFiles::finishOpening(const QString& fileName, const LvTrackDocumentContent& before,
+                                  const LvTrackDocumentReading& reading)
+{
+    if (!report(reading.errorText)) {
+        Q_EMIT openingFinished(false);
+        return false;
+    }
+    if (myDocument->content() == before) {
+        adopt(fileName, reading);
+        return true;
+    }
+    // The user went on working.
+    const bool isAllowed = confirmLosingChanges(
+        [this, fileName, reading] { finishOpening(fileName, myDocument->content(), reading); });
+    if (isAllowed) {
+        adopt(fileName, reading);
+    } else if (!isBusy()) {
+        Q_EMIT openingFinished(false);
+    }
+    return isAllowed;
+}
+
+void LvEditorFiles::adopt(const QString& fileName, const LvTrackDocumentReading& reading)
+{
+    myDocument->reset(reading.content, fileName);
+    myRecentFiles->add(fileName);
+    if (!reading.warnings.isEmpty()) {
+        Q_EMIT messages(reading.warnings);
+    }
+    Q_EMIT openingFinished(true);
+}
+
+void LvEditorFiles::cancelOpening()
+{
+    if (myActivity != Activity::Reading) {
+        return;
+    }
+    // The worker reads to the end, but nobody hears of it.
+    myTask = {};
+    myActivity = Activity::None;
+    myWentWell = false;
+    Q_EMIT activityChanged(QString());
+    Q_EMIT openingFinished(false);
 }
 
 void LvEditorFiles::startNew()
 {
+    cancelOpening();
     myDocument->reset();
 }
 
@@ -90,12 +152,63 @@ bool LvEditorFiles::saveAs()
 
 bool LvEditorFiles::saveTo(const QString& fileName)
 {
-    if (!report(
-            LvTrackDocumentFile::save(*myDocument, fileName, LvEditorSettings::instance()->trackStorage()))) {
+    if (isBusy()) {
         return false;
     }
-    myRecentFiles->add(fileName);
+    start(Activity::Writing, tr("Das Dokument „%1“ wird gespeichert…").arg(QFileInfo(fileName).fileName()),
+          [this, fileName, content = myDocument->content(),
+           storage = LvEditorSettings::instance()->trackStorage()]() -> Finish {
+              const QString errorText = LvTrackDocumentFile::write(content, fileName, storage);
+              return [this, fileName, content, errorText] {
+                  if (errorText.isEmpty()) {
+                      myDocument->markSaved(fileName, content);
+                      myRecentFiles->add(fileName);
+                  }
+                  return finishWriting(fileName, errorText);
+              };
+          });
     return true;
+}
+
+bool LvEditorFiles::finishWriting(const QString& fileName, const QString& errorText)
+{
+    const std::function<void()> whenWritten = std::exchange(myWhenWritten, {});
+    if (!report(errorText)) {
+        return false;
+    }
+    Q_EMIT written(fileName);
+    if (whenWritten) {
+        whenWritten();
+    }
+    return true;
+}
+
+void LvEditorFiles::start(Activity activity, const QString& text, const std::function<Finish()>& work)
+{
+    myActivity = activity;
+    myTask = QtConcurrent::run(&myPool, work);
+    myWatcher.setFuture(myTask);
+    Q_EMIT activityChanged(text);
+}
+
+void LvEditorFiles::finish()
+{
+    if (!isBusy() || !myTask.isFinished()) {
+        return; // given up, or waited for
+    }
+    const Finish finishTask = std::exchange(myTask, {}).takeResult();
+    myActivity = Activity::None;
+    Q_EMIT activityChanged(QString());
+    myWentWell = finishTask();
+}
+
+bool LvEditorFiles::waitForDone()
+{
+    while (isBusy()) {
+        myTask.waitForFinished();
+        finish();
+    }
+    return myWentWell;
 }
 
 void LvEditorFiles::exportGpx()
@@ -112,9 +225,14 @@ void LvEditorFiles::exportGeoJson()
 void LvEditorFiles::exportTracks(const QString& title, const QString& filter, const QString& suffix)
 {
     const QString fileName = askSaveName(title, filter, suffix);
-    if (!fileName.isEmpty()) {
-        report(LvTrackExporter::save(myDocument->visibleSelection().tracks(), fileName));
+    if (fileName.isEmpty() || isBusy()) {
+        return;
     }
+    start(Activity::Writing, tr("Die Spuren werden exportiert…"),
+          [this, fileName, tracks = myDocument->visibleSelection().tracks()]() -> Finish {
+              const QString errorText = LvTrackExporter::save(tracks, fileName);
+              return [this, fileName, errorText] { return finishWriting(fileName, errorText); };
+          });
 }
 
 void LvEditorFiles::exportPicture()

@@ -202,6 +202,17 @@ void LvTrackDocument::markSaved(const QString& fileName)
     myUndoStack.setClean();
 }
 
+void LvTrackDocument::markSaved(const QString& fileName, const LvTrackDocumentContent& savedContent)
+{
+    if (myContent == savedContent) {
+        markSaved(fileName);
+        return;
+    }
+    setFileName(fileName);
+    // Undoing as far as to what was saved before must not count as saved either: the file holds newer tracks.
+    myUndoStack.resetClean();
+}
+
 void LvTrackDocument::addTracks(const LvGPXConfiguredTrackList& tracks)
 {
     if (tracks.isEmpty()) {

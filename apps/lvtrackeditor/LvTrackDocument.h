@@ -57,6 +57,10 @@ public:
     /// The content as it stands is now in that file.
     void markSaved(const QString& fileName);
 
+    /// That content, the document's at an earlier moment, is now in that file. When there have been changes
+    /// since, the document stays modified, whatever is undone.
+    void markSaved(const QString& fileName, const LvTrackDocumentContent& savedContent);
+
     /// Appends the tracks, shown.
     void addTracks(const LvGPXConfiguredTrackList& tracks);
     void removeTrack(int row);

@@ -36,6 +36,7 @@ namespace
 {
 
 constexpr int messageMilliseconds = 8000;
+constexpr int activityDelayMilliseconds = 200; // what is quicker than that is not shown
 constexpr QSize defaultSize(1280, 860);
 constexpr int quicklyMeasuredPoints = 10000; // a few milliseconds
 
@@ -81,6 +82,7 @@ LvTrackEditorWindow::LvTrackEditorWindow(QWidget* parent)
     connectMap();
     connectPanels();
     connectLoading();
+    connectFiles();
     restoreLayout();
     showSelection();
     showCurrentTrack();
@@ -130,6 +132,12 @@ void LvTrackEditorWindow::buildStatusBar()
     myPositionLabel->setAccessibleName(tr("Ort unter dem Zeiger"));
     myZoomLabel = new QLabel(this);
     myZoomLabel->setAccessibleName(tr("Vergrößerung der Karte"));
+    myActivityLabel = new QLabel(this);
+    myActivityLabel->setObjectName(QStringLiteral("activity"));
+    myActivityLabel->setAccessibleName(tr("Was gerade gelesen oder geschrieben wird"));
+    myActivityBar = new QProgressBar(this);
+    myActivityBar->setAccessibleName(tr("Lesen oder Schreiben im Gange"));
+    myActivityBar->setRange(0, 0); // how long it will take is not known
     myProgress = new QProgressBar(this);
     myProgress->setAccessibleName(tr("Fortschritt beim Öffnen"));
     myProgress->setFormat(tr("%v von %m Dateien"));
@@ -138,6 +146,8 @@ void LvTrackEditorWindow::buildStatusBar()
     myCancel->setText(tr("Abbrechen"));
     myCancel->setToolTip(tr("Öffnet keine weiteren Dateien mehr."));
     myCancel->hide();
+    statusBar()->addPermanentWidget(myActivityLabel);
+    statusBar()->addPermanentWidget(myActivityBar);
     statusBar()->addPermanentWidget(myProgress);
     statusBar()->addPermanentWidget(myCancel);
     statusBar()->addPermanentWidget(myPositionLabel);
@@ -165,22 +175,25 @@ QAction* LvTrackEditorWindow::addAction(QMenu* menu, const QString& name, const 
 void LvTrackEditorWindow::buildFileMenu()
 {
     QMenu* menu = menuBar()->addMenu(tr("&Datei"));
-    addAction(menu, QStringLiteral("new"), tr("&Neu"), QKeySequence::New, &LvTrackEditorWindow::startNew);
-    addAction(menu, QStringLiteral("open"), tr("Ö&ffnen…"), QKeySequence::Open,
-              &LvTrackEditorWindow::askForFiles);
+    QAction* startNew =
+        addAction(menu, QStringLiteral("new"), tr("&Neu"), QKeySequence::New, &LvTrackEditorWindow::startNew);
+    QAction* open = addAction(menu, QStringLiteral("open"), tr("Ö&ffnen…"), QKeySequence::Open,
+                              &LvTrackEditorWindow::askForFiles);
     myRecentMenu = menu->addMenu(tr("&Zuletzt benutzt"));
     menu->addSeparator();
-    connect(addAction(menu, QStringLiteral("save"), tr("&Speichern"), QKeySequence::Save),
-            &QAction::triggered, myFiles, &LvEditorFiles::save);
-    connect(addAction(menu, QStringLiteral("saveAs"), tr("Speichern &unter…"), QKeySequence::SaveAs),
-            &QAction::triggered, myFiles, &LvEditorFiles::saveAs);
+    QAction* save = addAction(menu, QStringLiteral("save"), tr("&Speichern"), QKeySequence::Save);
+    connect(save, &QAction::triggered, myFiles, &LvEditorFiles::save);
+    QAction* saveAs =
+        addAction(menu, QStringLiteral("saveAs"), tr("Speichern &unter…"), QKeySequence::SaveAs);
+    connect(saveAs, &QAction::triggered, myFiles, &LvEditorFiles::saveAs);
+    myFileActions = {startNew, open, save, saveAs};
     menu->addSeparator();
     QMenu* exportMenu = menu->addMenu(LvActionIcons::icon(QStringLiteral("export")), tr("&Exportieren"));
     const auto addExport = [this](QMenu* parentMenu, const QString& name, const QString& text,
                                   const QKeySequence& shortcut, void (LvEditorFiles::*slot)()) {
         QAction* action = addAction(parentMenu, name, text, shortcut);
         connect(action, &QAction::triggered, myFiles, slot);
-        myContentActions.append(action);
+        myExportActions.append(action);
     };
     addExport(exportMenu, QStringLiteral("exportGpx"), tr("Spuren als &GPX…"), {}, &LvEditorFiles::exportGpx);
     addExport(exportMenu, QStringLiteral("exportGeoJson"), tr("Spuren als Geo&JSON…"), {},
@@ -413,13 +426,43 @@ void LvTrackEditorWindow::connectLoading()
     connect(&myLoadJob, &LvTrackLoadJob::loaded, this, &LvTrackEditorWindow::adoptTracks);
     connect(&myLoadJob, &LvTrackLoadJob::finished, this, [this](bool isCancelled) {
         myProgress->hide();
-        myCancel->hide();
+        myCancel->setVisible(myFiles->isReading());
         if (isCancelled) {
             statusBar()->showMessage(tr("Das Öffnen wurde abgebrochen."), messageMilliseconds);
         }
         Q_EMIT filesOpened();
     });
     connect(myCancel, &QToolButton::clicked, &myLoadJob, &LvTrackLoadJob::cancel);
+}
+
+void LvTrackEditorWindow::connectFiles()
+{
+    myActivityDelay.setSingleShot(true);
+    myActivityDelay.setInterval(activityDelayMilliseconds);
+    connect(&myActivityDelay, &QTimer::timeout, this, [this] {
+        myActivityLabel->show();
+        myActivityBar->show();
+        myCancel->setVisible(myFiles->isReading() || myLoadJob.isRunning());
+    });
+    connect(myFiles, &LvEditorFiles::activityChanged, this, &LvTrackEditorWindow::showActivity);
+    connect(myFiles, &LvEditorFiles::openingFinished, this, [this](bool hasOpened) {
+        if (hasOpened) {
+            myList->setCurrentRow(0);
+            myMap->fitToTracks();
+        }
+        Q_EMIT filesOpened();
+    });
+    connect(myFiles, &LvEditorFiles::written, this, [this](const QString& fileName) {
+        statusBar()->showMessage(tr("„%1“ ist geschrieben.").arg(QFileInfo(fileName).fileName()),
+                                 messageMilliseconds);
+    });
+    connect(myCancel, &QToolButton::clicked, this, [this] {
+        if (myFiles->isReading()) {
+            myFiles->cancelOpening();
+            statusBar()->showMessage(tr("Das Öffnen wurde abgebrochen."), messageMilliseconds);
+        }
+    });
+    showActivity(QString());
 }
 
 void LvTrackEditorWindow::restoreLayout()
@@ -442,7 +485,6 @@ void LvTrackEditorWindow::openFiles(const QStringList& fileNames)
     }
     if (fileNames.count() == 1 && LvTrackDocumentFile::hasSuffix(fileNames.first())) {
         openDocument(fileNames.first());
-        Q_EMIT filesOpened();
         return;
     }
     for (auto name = fileNames.crbegin(); name != fileNames.crend(); ++name) {
@@ -476,15 +518,16 @@ void LvTrackEditorWindow::adoptTracks(const LvGPXConfiguredTrackList& tracks, co
 
 void LvTrackEditorWindow::openDocument(const QString& fileName)
 {
-    if (myFiles->confirmLosingChanges() && myFiles->open(fileName)) {
-        myList->setCurrentRow(0);
-        myMap->fitToTracks();
+    if (myFiles->confirmLosingChanges([this, fileName] { openDocument(fileName); })) {
+        myFiles->open(fileName);
+    } else if (!myFiles->isBusy()) {
+        Q_EMIT filesOpened();
     }
 }
 
 void LvTrackEditorWindow::startNew()
 {
-    if (myFiles->confirmLosingChanges()) {
+    if (myFiles->confirmLosingChanges([this] { startNew(); })) {
         myFiles->startNew();
     }
 }
@@ -510,15 +553,16 @@ void LvTrackEditorWindow::updateRecentFiles()
         connect(myRecentMenu->addAction(tr("Liste &leeren")), &QAction::triggered, myRecentFiles,
                 &LvRecentFiles::clear);
     }
-    myRecentMenu->setEnabled(!names.isEmpty());
+    myRecentMenu->setEnabled(!names.isEmpty() && !myFiles->isBusy());
 }
 
 void LvTrackEditorWindow::closeEvent(QCloseEvent* event)
 {
-    if (!myFiles->confirmLosingChanges()) {
+    if (!myFiles->confirmLosingChanges([this] { close(); })) {
         event->ignore();
         return;
     }
+    myFiles->cancelOpening();
     myLoadJob.cancel();
     LvEditorSettings* settings = LvEditorSettings::instance();
     settings->setWindowGeometry(saveGeometry());
@@ -702,6 +746,20 @@ void LvTrackEditorWindow::showZoom()
     myZoomLabel->setText(tr("Stufe %1").arg(locale().toString(myMap->zoom(), 'f', 1)));
 }
 
+void LvTrackEditorWindow::showActivity(const QString& text)
+{
+    myActivityLabel->setText(text);
+    if (text.isEmpty()) {
+        myActivityDelay.stop();
+        myActivityLabel->hide();
+        myActivityBar->hide();
+        myCancel->setVisible(myLoadJob.isRunning());
+    } else {
+        myActivityDelay.start();
+    }
+    updateActions();
+}
+
 void LvTrackEditorWindow::updateTitle()
 {
     const QString name =
@@ -716,6 +774,13 @@ void LvTrackEditorWindow::updateActions()
     for (QAction* action : std::as_const(myContentActions)) {
         action->setEnabled(hasTracks);
     }
+    for (QAction* action : std::as_const(myExportActions)) {
+        action->setEnabled(hasTracks && !myFiles->isBusy());
+    }
+    for (QAction* action : std::as_const(myFileActions)) {
+        action->setEnabled(!myFiles->isBusy());
+    }
+    myRecentMenu->setEnabled(!myRecentMenu->isEmpty() && !myFiles->isBusy());
     for (QAction* action : std::as_const(myTrackActions)) {
         action->setEnabled(hasTracks && myList->currentRow() >= 0);
     }

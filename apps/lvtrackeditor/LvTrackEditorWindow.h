@@ -9,6 +9,7 @@
 #include <QMainWindow>
 #include <QPointer>
 #include <QStringList>
+#include <QTimer>
 
 #include <optional>
 
@@ -43,8 +44,8 @@ public:
     explicit LvTrackEditorWindow(QWidget* parent = nullptr);
     ~LvTrackEditorWindow() override;
 
-    /// Opens track files beside what is there, off the user-interface thread. A single document replaces what
-    /// is there, after asking where changes would get lost.
+    /// Opens track files beside what is there, or a single document in the place of what is there, after
+    /// asking where changes would get lost; both off the user-interface thread.
     void openFiles(const QStringList& fileNames);
 
     [[nodiscard]] LvTrackDocument* document() { return &myDocument; }
@@ -57,7 +58,7 @@ public:
 
     [[nodiscard]] LvMessagePanel* messages() const { return myMessages; }
 
-    /// Whether files are being loaded.
+    /// Whether track files are being loaded.
     [[nodiscard]] bool isLoading() const { return myLoadJob.isRunning(); }
 
 Q_SIGNALS:
@@ -85,6 +86,7 @@ private:
     void connectMap();
     void connectPanels();
     void connectLoading();
+    void connectFiles();
     void restoreLayout();
     QDockWidget* addDock(const QString& name, const QString& title, QWidget* widget, Qt::DockWidgetArea area);
     /// An action with an icon where there is a drawing of that name.
@@ -116,6 +118,7 @@ private:
     void showStatistics(const LvGPXConfiguredTrack& track);
     void showPosition(const LvGeoPosition& position);
     void showZoom();
+    void showActivity(const QString& text);
     void updateTitle();
     void updateActions();
     void updateRecentFiles();
@@ -144,10 +147,15 @@ private:
     QDockWidget* myMessageDock = nullptr;
     QLabel* myPositionLabel = nullptr;
     QLabel* myZoomLabel = nullptr;
+    QLabel* myActivityLabel = nullptr; // what is read or written
+    QProgressBar* myActivityBar = nullptr;
+    QTimer myActivityDelay;
     QProgressBar* myProgress = nullptr;
     QToolButton* myCancel = nullptr;
     QMenu* myRecentMenu = nullptr;
     QList<QAction*> myActions; // in the order of the menus
     QList<QAction*> myTrackActions; // need a current track
     QList<QAction*> myContentActions; // need any track
+    QList<QAction*> myExportActions; // the same, and that nothing is read or written
+    QList<QAction*> myFileActions; // need that nothing is read or written
 };

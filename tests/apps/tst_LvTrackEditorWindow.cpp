@@ -17,6 +17,8 @@
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFileInfo>
+#include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
@@ -27,6 +29,8 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QToolButton>
+
+#include <algorithm>
 
 namespace
 {
@@ -139,6 +143,10 @@ private Q_SLOTS:
     void fadingFollowsSlider();
     void longTrackIsMeasuredAside();
     void closeAsks();
+    void closeWaitsForTheSave();
+    void actionsWaitForTheSave();
+    void activityIsShown();
+    void documentIsOpenedAfterTheSave();
     void everyActionIsReachable();
     void everyWidgetHasAName();
     void pictures_data();
@@ -202,11 +210,14 @@ void tst_LvTrackEditorWindow::wholeSession()
     window.document()->setCroppingOpacity(77);
     const LvTrackDocumentContent saved = window.document()->content();
     QVERIFY(window.files()->saveTo(documentName));
+    QVERIFY(window.files()->waitForDone());
     QVERIFY(!window.isWindowModified());
     QVERIFY(window.windowTitle().startsWith(QStringLiteral("session.lvt")));
 
     LvTrackEditorWindow second;
+    QSignalSpy openedAgain(&second, &LvTrackEditorWindow::filesOpened);
     second.openFiles({documentName});
+    QVERIFY(openedAgain.wait(longTimeout));
     QCOMPARE(second.document()->content().visibility, saved.visibility);
     QCOMPARE(second.document()->selection().nominalCroppingOpacity(), 77);
     QCOMPARE(second.document()->selection(), saved.selection);
@@ -416,6 +427,100 @@ void tst_LvTrackEditorWindow::closeAsks()
     QVERIFY(window.isVisible());
     answerNextQuestion(QMessageBox::Discard);
     QVERIFY(window.close());
+}
+
+void tst_LvTrackEditorWindow::closeWaitsForTheSave()
+{
+    QTemporaryDir folder;
+    LvTrackEditorWindow window;
+    window.show();
+    QVERIFY(openSamples(window, {QStringLiteral("brocken-hike.gpx")}));
+    QVERIFY(window.files()->saveTo(folder.filePath(QStringLiteral("a.lvt"))));
+    QVERIFY(!window.close());
+    QVERIFY(window.isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(!window.isVisible(), longTimeout); // and nobody was asked
+    QVERIFY(QFileInfo::exists(folder.filePath(QStringLiteral("a.lvt"))));
+
+    // Answering that it shall be saved is the same.
+    window.show();
+    window.document()->setCroppingOpacity(99);
+    answerNextQuestion(QMessageBox::Save);
+    QVERIFY(!window.close());
+    QTRY_VERIFY_WITH_TIMEOUT(!window.isVisible(), longTimeout);
+    QVERIFY(!window.document()->isModified());
+
+    // What is changed while it is saved is asked for again.
+    window.show();
+    QVERIFY(window.files()->save());
+    QVERIFY(!window.close());
+    window.document()->setCroppingOpacity(98);
+    answerNextQuestion(QMessageBox::Cancel);
+    QVERIFY(window.files()->waitForDone());
+    QVERIFY(window.isVisible());
+    QVERIFY(window.document()->isModified());
+}
+
+void tst_LvTrackEditorWindow::actionsWaitForTheSave()
+{
+    QTemporaryDir folder;
+    LvTrackEditorWindow window;
+    QVERIFY(openSamples(window, {QStringLiteral("brocken-hike.gpx")}));
+    const QStringList names = {QStringLiteral("new"),       QStringLiteral("open"),
+                               QStringLiteral("save"),      QStringLiteral("saveAs"),
+                               QStringLiteral("exportGpx"), QStringLiteral("exportGeoJson")};
+    const auto areEnabled = [&](bool expected) {
+        return std::all_of(names.cbegin(), names.cend(), [&](const QString& name) {
+            return action(window, name)->isEnabled() == expected;
+        });
+    };
+    QVERIFY(areEnabled(true));
+    QVERIFY(window.files()->saveTo(folder.filePath(QStringLiteral("a.lvt"))));
+    QVERIFY(areEnabled(false));
+    QVERIFY(action(window, QStringLiteral("delete"))->isEnabled()); // tracks may be changed meanwhile
+    window.document()->setCroppingOpacity(9);
+    QVERIFY(areEnabled(false));
+    QVERIFY(window.files()->waitForDone());
+    QVERIFY(areEnabled(true));
+    QVERIFY(window.isWindowModified());
+}
+
+void tst_LvTrackEditorWindow::activityIsShown()
+{
+    QTemporaryDir folder;
+    LvTrackEditorWindow window;
+    window.show();
+    auto* label = window.findChild<QLabel*>(QStringLiteral("activity"));
+    QVERIFY(label != nullptr);
+    QVERIFY(!label->isVisible());
+    // As long as this lasts: the signal stands for work that takes any time.
+    Q_EMIT window.files()->activityChanged(QStringLiteral("Das dauert."));
+    QVERIFY(!label->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(label->isVisible(), longTimeout);
+    QCOMPARE(label->text(), QStringLiteral("Das dauert."));
+    Q_EMIT window.files()->activityChanged(QString());
+    QVERIFY(!label->isVisible());
+}
+
+void tst_LvTrackEditorWindow::documentIsOpenedAfterTheSave()
+{
+    QTemporaryDir folder;
+    const QString first = folder.filePath(QStringLiteral("first.lvt"));
+    const QString second = folder.filePath(QStringLiteral("second.lvt"));
+    LvTrackEditorWindow window;
+    QVERIFY(openSamples(window, {QStringLiteral("brocken-hike.gpx")}));
+    QVERIFY(window.files()->saveTo(first) && window.files()->waitForDone());
+    QVERIFY(openSamples(window, {QStringLiteral("iceland.kmz")}));
+    const LvGPXTrackSelection both = window.document()->selection();
+    QVERIFY(window.files()->saveTo(second));
+    QSignalSpy opened(&window, &LvTrackEditorWindow::filesOpened);
+    QVERIFY(dropFiles(window, {QUrl::fromLocalFile(first)}));
+    QTRY_COMPARE_WITH_TIMEOUT(opened.count(), 1, longTimeout);
+    QCOMPARE(window.document()->fileName(), first);
+    QCOMPARE(namesOf(window), namesOf(window.document()->selection()));
+    QVERIFY(window.document()->selection().count() < both.count());
+    window.openFiles({second});
+    QVERIFY(opened.wait(longTimeout));
+    QCOMPARE(window.document()->selection(), both);
 }
 
 void tst_LvTrackEditorWindow::everyActionIsReachable()
