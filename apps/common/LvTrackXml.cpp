@@ -75,7 +75,7 @@ using TupleBuffer = std::array<char, longestTuple>;
 
 qint64 compactBytes(const QList<LvGPXTrackPoint>& points)
 {
-    TupleBuffer buffer; // NOLINT(cppcoreguidelines-pro-type-member-init) written before it is read
+    TupleBuffer buffer; // written before it is read
     qint64 bytes = 0;
     for (const LvGPXTrackPoint& point : points) {
         bytes += writeCompactForm(buffer.data(), point) - buffer.data();
@@ -86,7 +86,7 @@ qint64 compactBytes(const QList<LvGPXTrackPoint>& points)
 QString compactText(const QList<LvGPXTrackPoint>& points)
 {
     constexpr qsizetype usualTuple = 40;
-    TupleBuffer buffer; // NOLINT(cppcoreguidelines-pro-type-member-init) written before it is read
+    TupleBuffer buffer; // written before it is read
     QString text;
     text.reserve(points.size() * usualTuple);
     for (const LvGPXTrackPoint& point : points) {
@@ -122,7 +122,7 @@ qint64 bytesOf(const QString& text)
 
 qint64 bytesOfAngle(double degrees)
 {
-    std::array<char, LvNumberText::maximumLength> buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+    std::array<char, LvNumberText::maximumLength> buffer;
     const char* const end = LvNumberText::writeFixed(buffer.data(), degrees);
     return end - buffer.data() + 1; // 180 is written as -180
 }
@@ -153,8 +153,7 @@ void addPoint(LvTrackXmlCost& cost, const LvGPXTrackPoint& point, int depth)
                attributeNames + bytesOfAngle(position.latitude().decimalDegrees())
                    + bytesOfAngle(position.longitude().decimalDegrees()));
     if (point.elevation() != 0) {
-        std::array<char, LvNumberText::maximumLength>
-            buffer; // NOLINT(cppcoreguidelines-pro-type-member-init)
+        std::array<char, LvNumberText::maximumLength> buffer;
         const qint64 digits = LvNumberText::writeInteger(buffer.data(), point.elevation()) - buffer.data();
         addElement(cost, depth + 1, QLatin1String("ele"), Content::Text, 1, digits);
     }

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void mergedBackToTheStartIsNoChange();
     void savingEndsMerging();
     void modifiedMark();
+    void earlierContentIsSaved();
     void comparisonIsHandedOn();
     void signalsComeWhenAllIsInPlace();
     void resetForgetsEverything();
@@ -384,6 +385,34 @@ void tst_LvTrackDocument::modifiedMark()
     QVERIFY(!document.isModified());
     document.markSaved(QStringLiteral("/somewhere/a.lvt"));
     QCOMPARE(nameSpy.count(), 1);
+}
+
+void tst_LvTrackDocument::earlierContentIsSaved()
+{
+    const QString fileName = QStringLiteral("/somewhere/a.lvt");
+    LvTrackDocument document;
+    document.addTracks(list({"A"}));
+    document.markSaved(fileName, document.content());
+    QVERIFY(!document.isModified());
+
+    document.setCroppingOpacity(100);
+    const LvTrackDocumentContent earlier = document.content();
+    document.setCroppingOpacity(50); // becomes one step with the one before
+    document.markSaved(QStringLiteral("/somewhere/b.lvt"), earlier);
+    QCOMPARE(document.fileName(), QStringLiteral("/somewhere/b.lvt"));
+    QVERIFY(document.isModified());
+    // Neither what is in the older file nor anything else counts as saved.
+    document.undoStack()->undo();
+    QCOMPARE(document.selection().nominalCroppingOpacity(), 255);
+    QVERIFY(document.isModified());
+    document.undoStack()->undo();
+    QVERIFY(document.isModified());
+
+    // Equal content counts, however it came about.
+    document.undoStack()->redo();
+    document.setCroppingOpacity(100);
+    document.markSaved(fileName, earlier);
+    QVERIFY(!document.isModified());
 }
 
 void tst_LvTrackDocument::comparisonIsHandedOn()
