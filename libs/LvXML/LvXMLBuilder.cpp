@@ -25,9 +25,13 @@ public:
 protected:
     qint64 writeData(const char* bytes, qint64 count) override
     {
-        // Once too large it stays so, or later and smaller pieces would make a file with gaps.
-        myRoom = isTooLarge() ? myRoom : myRoom - count;
-        return isTooLarge() ? -1 : QSaveFile::writeData(bytes, count);
+        if (count > myRoom) {
+            myRoom = -1; // for good, or later and smaller pieces would make a file with gaps
+            return -1;
+        }
+        const qint64 taken = QSaveFile::writeData(bytes, count);
+        myRoom -= std::max<qint64>(taken, 0); // a disk that is almost full takes a part
+        return taken;
     }
 
 private:
