@@ -69,10 +69,11 @@ QFileInfo LvUniqueFilenameMaker::makeUniqueFileNameInSafeContainer(const QFileIn
     if (allowedDirs.isEmpty()) {
         return {};
     }
+    // Before anything else: directories that several threads pass remember without a guard what they find out.
+    const QMutexLocker locker(&myMutex);
     const QDir directory = chooseDirectory(wanted.dir(), allowedDirs);
     const QString identity = identityOf(directory) + QLatin1Char('/');
     const QString name = safeName(wanted);
-    const QMutexLocker locker(&myMutex);
     // Numbers up to the last one are spent: a folder of many files is not searched from its start each time.
     qint64& number = myLastNumbers.insert(identity + name, myLastNumbers.value(identity + name, -1)).value();
     QString candidate;

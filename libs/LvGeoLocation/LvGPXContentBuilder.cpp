@@ -3,6 +3,7 @@
 #include "LvGPXDocumentReader.h"
 #include "LvLatitude.h"
 #include "LvLongitude.h"
+#include "LvOwnDirectory.h"
 
 #include <QDomElement>
 #include <QFileInfo>
@@ -28,8 +29,8 @@ std::optional<QStringView> attributeView(const QDomElement& element, const QStri
 
 LvGPXContentBuilder::LvGPXContentBuilder(const QDir& dir)
 {
-    if (dir != QDir(QString())) {
-        myIncludeDirectory = dir;
+    if (!LvOwnDirectory::areEqual(dir, QDir(QString()))) {
+        myIncludeDirectory = LvOwnDirectory::copyOf(dir);
     }
 }
 

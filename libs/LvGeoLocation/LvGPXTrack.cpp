@@ -8,6 +8,7 @@
 #include "LvGeoPosition.h"
 #include "LvGeoPositionList.h"
 #include "LvKmlTuples.h"
+#include "LvOwnDirectory.h"
 #include "LvXMLBuilder.h"
 #include "LvXMLWriter.h"
 
@@ -25,7 +26,7 @@ namespace
 
 bool isEmptyDirectory(const QDir& dir)
 {
-    return dir == QDir(QString());
+    return LvOwnDirectory::areEqual(dir, QDir(QString()));
 }
 
 /// The first position of a track that has points.
@@ -257,7 +258,7 @@ void LvGPXTrack::fromXml(const QDomElement& element, const QDir& dir)
 void LvGPXTrack::toXml(QDomElement& parent, const QDir& dir) const
 {
     QDomElement trk = buildTrackElement(parent);
-    if (isEmptyDirectory(dir) || !dir.exists()) {
+    if (isEmptyDirectory(dir) || !LvOwnDirectory::copyOf(dir).exists()) {
         buildXmlBody(trk);
         return;
     }

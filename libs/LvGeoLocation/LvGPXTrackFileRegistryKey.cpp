@@ -1,11 +1,13 @@
 #include "LvGPXTrackFileRegistryKey.h"
 
+#include "LvOwnDirectory.h"
+
 #include <QHashFunctions>
 
 // NOLINTNEXTLINE(modernize-pass-by-value) copies are as cheap
 LvGPXTrackFileRegistryKey::LvGPXTrackFileRegistryKey(const LvGPXTrack& track, const QDir& dir)
     : myTrack(track)
-    , myDir(dir)
+    , myDir(LvOwnDirectory::copyOf(dir))
 {
 }
 
@@ -19,7 +21,7 @@ LvGPXTrackFileRegistryKey::~LvGPXTrackFileRegistryKey() = default;
 
 bool LvGPXTrackFileRegistryKey::isValid() const
 {
-    return myDir != QDir(QString()) && myTrack.isValid();
+    return !LvOwnDirectory::areEqual(myDir, QDir(QString())) && myTrack.isValid();
 }
 
 LvGPXTrack LvGPXTrackFileRegistryKey::track() const
@@ -29,7 +31,7 @@ LvGPXTrack LvGPXTrackFileRegistryKey::track() const
 
 QDir LvGPXTrackFileRegistryKey::dir() const
 {
-    return myDir;
+    return LvOwnDirectory::copyOf(myDir);
 }
 
 size_t LvGPXTrackFileRegistryKey::hash() const
@@ -39,7 +41,7 @@ size_t LvGPXTrackFileRegistryKey::hash() const
 
 bool LvGPXTrackFileRegistryKey::operator==(const LvGPXTrackFileRegistryKey& other) const
 {
-    return myTrack == other.myTrack && myDir == other.myDir;
+    return myTrack == other.myTrack && LvOwnDirectory::areEqual(myDir, other.myDir);
 }
 
 size_t qHash(const LvGPXTrackFileRegistryKey& key, size_t seed)
