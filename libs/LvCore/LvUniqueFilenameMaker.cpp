@@ -69,7 +69,8 @@ QFileInfo LvUniqueFilenameMaker::makeUniqueFileNameInSafeContainer(const QFileIn
     if (allowedDirs.isEmpty()) {
         return {};
     }
-    // Before anything else: directories that several threads pass remember without a guard what they find out.
+    // Before anything else: directories that several threads pass remember without a guard what they find
+    // out.
     const QMutexLocker locker(&myMutex);
     const QDir directory = chooseDirectory(wanted.dir(), allowedDirs);
     const QString identity = identityOf(directory) + QLatin1Char('/');
