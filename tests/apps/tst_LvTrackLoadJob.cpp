@@ -262,15 +262,20 @@ void tst_LvTrackLoadJob::eventLoopGoesOn()
     qint64 longest = 0;
     QTimer ticks;
     connect(&ticks, &QTimer::timeout, this, [&] { longest = std::max(longest, sinceLast.restart()); });
+    QElapsedTimer whole;
     ticks.start(1);
     sinceLast.start();
+    whole.start();
     job.start(files);
     QVERIFY(loaded.wait(patienceMs));
     longest = std::max(longest, sinceLast.elapsed());
+    const qint64 total = whole.elapsed();
     QCOMPARE(loaded.first().at(0).value<LvGPXConfiguredTrackList>().count(), 700);
     qInfo("longest pause of the event loop: %lld ms", static_cast<long long>(longest));
-    // The aim is 100 ms; a machine that runs many tests at once gets some more.
-    QVERIFY2(longest < 2000, qPrintable(QString::number(longest)));
+    // The aim is 100 ms. A busy machine takes longer for everything; loading in this thread would be one
+    // pause.
+    QVERIFY2(longest < std::max<qint64>(500, total / 2) && longest < total,
+             qPrintable(QStringLiteral("%1 ms of %2 ms").arg(longest).arg(total)));
 }
 
 LV_TEST_MAIN(tst_LvTrackLoadJob)
